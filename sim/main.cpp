@@ -1,0 +1,292 @@
+// ampsim: a simulated amplifier unit for trying the host without hardware.
+#include <pthread.h>
+#include <signal.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "sim/profile.h"
+#include "sim/simulator.h"
+
+namespace {
+
+using amp::sim::Simulator;
+
+constexpr const char* kUsage = R"(Usage: ampsim [OPTION]...
+Simulated amplifier unit. Answers the framed protocol on TCP and/or a
+pseudo-terminal until interrupted (SIGINT/SIGTERM); SIGUSR1 toggles silence,
+as if the cable were pulled and put back.
+
+Where it listens:
+  --tcp HOST:PORT          listen for the host on TCP (default 127.0.0.1:2000;
+                           port 0 picks a free one)
+  --no-tcp                 no TCP listener
+  --serial                 open a pseudo-terminal; its path is printed
+Unit:
+  --address C              the unit's address character (default A)
+  --unit-id N              id word, decimal or 0x hex, both bytes below 64
+                           (default 0x0101)
+  --status S,F,A           summary, fault and alarm groups, four status
+                           characters each (default P@@@,@@@@,@@@@)
+  --profile FILE           load address, id, status and values from FILE;
+                           options given on the command line win
+  --printable              '{' ... '}' framing with the printable checksum
+  --line SETTINGS          the unit's serial settings (default 9600,N,8,1);
+                           bytes sent with other settings are not understood
+  --baud N                 pace serial replies at N baud (default 0: no pacing)
+  --tcp-byte-timing        pace TCP replies as well
+  --cr-only                end TCP replies with CR instead of CR LF
+  --frame-log FILE         append one line per received frame to FILE
+Faults (N = every Nth frame, 0 = off):
+  --drop-every N           do not answer every Nth frame (1 = never answer)
+  --nak-every N            NAK every Nth frame instead of answering
+  --bad-checksum-every N   corrupt the checksum of every Nth reply
+  --close-every N          TCP: close the connection instead of answering
+  --delay MS               wait MS milliseconds before each reply
+  --prefix TEXT            send TEXT before each reply; \r \n \t \\ and \xHH
+                           escapes are understood
+  --babble                 send junk continuously (about 1 kB/s)
+  --split MS               send each reply in two writes MS milliseconds apart
+  --lf-separate            TCP: send the LF of CR LF 50 ms after the rest
+  --silent-after N         stop answering after N replies
+  --help                   show this help and exit
+
+When ready, prints one line such as
+  ampsim ready tcp=127.0.0.1:2000 serial=/dev/pts/3
+)";
+
+[[noreturn]] void BadUsage(const std::string& message) {
+  std::fprintf(stderr, "ampsim: %s\n\n%s", message.c_str(), kUsage);
+  std::exit(2);
+}
+
+int ParseCount(std::string_view option, std::string_view value, int max = 1'000'000'000) {
+  int n = 0;
+  auto [ptr, ec] = std::from_chars(value.data(), value.data() + value.size(), n);
+  if (value.empty() || ec != std::errc() || ptr != value.data() + value.size() || n < 0 || n > max)
+    BadUsage(std::string(option) + ": '" + std::string(value) + "' is not a whole number from 0 to " +
+             std::to_string(max));
+  return n;
+}
+
+std::string Unescape(std::string_view option, std::string_view text) {
+  std::string out;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\') {
+      out += text[i];
+      continue;
+    }
+    if (++i >= text.size()) BadUsage(std::string(option) + ": trailing backslash");
+    switch (text[i]) {
+      case 'r': out += '\r'; break;
+      case 'n': out += '\n'; break;
+      case 't': out += '\t'; break;
+      case '\\': out += '\\'; break;
+      case 'x': {
+        unsigned v = 0;
+        auto [ptr, ec] = std::from_chars(text.data() + i + 1,
+                                         text.data() + std::min(text.size(), i + 3), v, 16);
+        if (ec != std::errc() || ptr != text.data() + i + 3)
+          BadUsage(std::string(option) + ": \\x needs two hex digits");
+        out += static_cast<char>(v);
+        i += 2;
+        break;
+      }
+      default:
+        BadUsage(std::string(option) + ": unknown escape '\\" + text[i] + "'");
+    }
+  }
+  return out;
+}
+
+struct Cli {
+  Simulator::Options opts;
+  std::string profile;
+  bool addressGiven = false, idGiven = false, statusGiven = false;
+};
+
+Cli ParseArgs(int argc, char** argv) {
+  Cli cli;
+  auto& o = cli.opts;
+  for (int i = 1; i < argc; ++i) {
+    std::string arg = argv[i];
+    std::string value;
+    bool inlineValue = false;
+    if (arg.starts_with("--")) {
+      if (size_t eq = arg.find('='); eq != std::string::npos) {
+        value = arg.substr(eq + 1);
+        arg.resize(eq);
+        inlineValue = true;
+      }
+    }
+    auto next = [&]() -> std::string {
+      if (inlineValue) return value;
+      if (i + 1 >= argc) BadUsage("option " + arg + " needs a value");
+      return argv[++i];
+    };
+    auto flag = [&]() {
+      if (inlineValue) BadUsage("option " + arg + " takes no value");
+    };
+
+    if (arg == "--help" || arg == "-h") {
+      std::fputs(kUsage, stdout);
+      std::exit(0);
+    } else if (arg == "--tcp") {
+      std::string v = next();
+      size_t colon = v.rfind(':');
+      if (colon == std::string::npos || colon == 0)
+        BadUsage("--tcp: expected HOST:PORT, got '" + v + "'");
+      std::string host = v.substr(0, colon);
+      if (host.size() > 2 && host.front() == '[' && host.back() == ']') host = host.substr(1, host.size() - 2);
+      o.tcpHost = host;
+      o.tcpPort = ParseCount("--tcp port", std::string_view(v).substr(colon + 1), 65535);
+      o.tcp = true;
+    } else if (arg == "--no-tcp") {
+      flag();
+      o.tcp = false;
+    } else if (arg == "--serial") {
+      flag();
+      o.serial = true;
+    } else if (arg == "--address") {
+      std::string v = next();
+      if (v.size() != 1 || v[0] < 0x20 || v[0] > 0x7E || v[0] == '{' || v[0] == '}')
+        BadUsage("--address: expected one printable character, got '" + v + "'");
+      o.unit.address = v[0];
+      cli.addressGiven = true;
+    } else if (arg == "--unit-id") {
+      std::string why;
+      if (!amp::sim::ParseUnitId(next(), &o.unit.unitId, &why)) BadUsage("--unit-id: " + why);
+      cli.idGiven = true;
+    } else if (arg == "--status") {
+      std::string v = next();
+      size_t c1 = v.find(','), c2 = c1 == std::string::npos ? c1 : v.find(',', c1 + 1);
+      if (c2 == std::string::npos || v.find(',', c2 + 1) != std::string::npos)
+        BadUsage("--status: expected SUMMARY,FAULT,ALARM such as P@@@,@@@@,@@@@");
+      std::string why;
+      if (!amp::sim::DecodeWords(v.substr(0, c1), &o.unit.summary, &why) ||
+          !amp::sim::DecodeWords(v.substr(c1 + 1, c2 - c1 - 1), &o.unit.fault, &why) ||
+          !amp::sim::DecodeWords(v.substr(c2 + 1), &o.unit.alarm, &why))
+        BadUsage("--status: " + why);
+      cli.statusGiven = true;
+    } else if (arg == "--profile") {
+      cli.profile = next();
+    } else if (arg == "--printable") {
+      flag();
+      o.printable = true;
+    } else if (arg == "--line") {
+      o.line = next();
+      amp::sim::LineSettings ls;
+      std::string why;
+      if (!amp::sim::ParseLineSettings(o.line, &ls, &why)) BadUsage("--line: " + why);
+    } else if (arg == "--baud") {
+      o.baud = ParseCount(arg, next(), 4'000'000);
+    } else if (arg == "--tcp-byte-timing") {
+      flag();
+      o.byteTimingOnTcp = true;
+    } else if (arg == "--cr-only") {
+      flag();
+      o.tcpCrOnly = true;
+    } else if (arg == "--frame-log") {
+      o.frameLog = next();
+    } else if (arg == "--drop-every") {
+      o.faults.dropEvery = ParseCount(arg, next());
+    } else if (arg == "--nak-every") {
+      o.faults.nakEvery = ParseCount(arg, next());
+    } else if (arg == "--bad-checksum-every") {
+      o.faults.badChecksumEvery = ParseCount(arg, next());
+    } else if (arg == "--close-every") {
+      o.faults.closeEvery = ParseCount(arg, next());
+    } else if (arg == "--delay") {
+      o.faults.delayMs = ParseCount(arg, next(), 600'000);
+    } else if (arg == "--prefix") {
+      o.faults.prefix = Unescape(arg, next());
+    } else if (arg == "--babble") {
+      flag();
+      o.faults.babble = true;
+    } else if (arg == "--split") {
+      o.faults.splitMs = ParseCount(arg, next(), 600'000);
+    } else if (arg == "--lf-separate") {
+      flag();
+      o.faults.lfSeparate = true;
+    } else if (arg == "--silent-after") {
+      o.faults.silentAfter = ParseCount(arg, next());
+    } else if (arg.starts_with("-")) {
+      BadUsage("unknown option '" + arg + "'");
+    } else {
+      BadUsage("unexpected argument '" + arg + "'");
+    }
+  }
+  if (!o.tcp && !o.serial) BadUsage("nothing to listen on: --no-tcp needs --serial");
+  return cli;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Cli cli = ParseArgs(argc, argv);
+
+  if (!cli.profile.empty()) {
+    amp::sim::UnitState fromFile;
+    std::string why;
+    if (!amp::sim::LoadProfile(cli.profile, fromFile, &why)) {
+      std::fprintf(stderr, "ampsim: %s\n", why.c_str());
+      return 2;
+    }
+    auto& u = cli.opts.unit;
+    if (!cli.addressGiven) u.address = fromFile.address;
+    if (!cli.idGiven) u.unitId = fromFile.unitId;
+    if (!cli.statusGiven) {
+      u.summary = fromFile.summary;
+      u.fault = fromFile.fault;
+      u.alarm = fromFile.alarm;
+    }
+    u.remote = fromFile.remote;
+    u.values = fromFile.values;
+  }
+
+  // Signals are taken synchronously by this thread; block them before the
+  // unit's thread starts so it inherits the mask and never sees them.
+  sigset_t set;
+  sigemptyset(&set);
+  sigaddset(&set, SIGINT);
+  sigaddset(&set, SIGTERM);
+  sigaddset(&set, SIGHUP);
+  sigaddset(&set, SIGUSR1);
+  pthread_sigmask(SIG_BLOCK, &set, nullptr);
+  signal(SIGPIPE, SIG_IGN);
+
+  Simulator sim(cli.opts);
+  std::string error;
+  if (!sim.Start(&error)) {
+    std::fprintf(stderr, "ampsim: %s\n", error.c_str());
+    return 1;
+  }
+  std::string ready = "ampsim ready";
+  if (cli.opts.tcp) {
+    bool v6 = cli.opts.tcpHost.find(':') != std::string::npos;
+    ready += " tcp=" + (v6 ? "[" + cli.opts.tcpHost + "]" : cli.opts.tcpHost) + ":" +
+             std::to_string(sim.TcpPort());
+  }
+  if (cli.opts.serial) ready += " serial=" + sim.SerialPath();
+  std::printf("%s\n", ready.c_str());
+  std::fflush(stdout);
+
+  while (true) {
+    int sig = 0;
+    if (sigwait(&set, &sig) != 0) continue;
+    if (sig == SIGUSR1) {
+      bool silent = !sim.Silent();
+      sim.SetSilent(silent);
+      std::fprintf(stderr, "ampsim: %s\n", silent ? "silent" : "answering again");
+      std::fflush(stderr);
+      continue;
+    }
+    break;
+  }
+  sim.Stop();
+  return 0;
+}

@@ -1,0 +1,77 @@
+#include "qt/qt_com_slots.h"
+
+#include <QByteArray>
+#include <QSerialPortInfo>
+#include <QString>
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <tuple>
+
+namespace amp {
+namespace {
+
+std::string BaseName(const std::string& path) {
+  const auto slash = path.find_last_of('/');
+  return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+int Rank(const std::string& path) {
+  const std::string base = BaseName(path);
+  if (base.rfind("ttyUSB", 0) == 0) return 0;
+  if (base.rfind("ttyACM", 0) == 0) return 1;
+  if (base.rfind("ttyS", 0) == 0) return 3;
+  return 2;
+}
+
+// "ttyS2" sorts before "ttyS10": the text without its trailing number, then
+// the number.
+std::tuple<int, std::string, long, std::string> SortKey(const std::string& path) {
+  size_t digits = path.size();
+  while (digits > 0 && std::isdigit(static_cast<unsigned char>(path[digits - 1]))) --digits;
+  long number = -1;
+  if (digits < path.size() && path.size() - digits < 10) number = std::stol(path.substr(digits));
+  return {Rank(path), path.substr(0, digits), number, path};
+}
+
+}  // namespace
+
+ComSlots BuildComSlots(const std::function<std::optional<std::string>(int)>& env,
+                       std::vector<std::string> available) {
+  ComSlots table;
+  std::array<bool, ComSlots::kCount> reserved{};
+  for (int n = 1; n <= ComSlots::kCount; ++n) {
+    if (auto value = env(n)) {
+      reserved[n - 1] = true;
+      table.Bind(n, *value);
+    }
+  }
+
+  std::sort(available.begin(), available.end(),
+            [](const std::string& a, const std::string& b) { return SortKey(a) < SortKey(b); });
+  available.erase(std::unique(available.begin(), available.end()), available.end());
+
+  int next = 1;
+  for (const std::string& path : available) {
+    if (path.empty() || table.SlotOf(path) != 0) continue;  // already bound by the environment
+    while (next <= ComSlots::kCount && reserved[next - 1]) ++next;
+    if (next > ComSlots::kCount) break;
+    table.Bind(next++, path);
+  }
+  return table;
+}
+
+ComSlots DefaultComSlots() {
+  std::vector<std::string> available;
+  for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts())
+    available.push_back(info.systemLocation().toStdString());
+  return BuildComSlots(
+      [](int n) -> std::optional<std::string> {
+        const QByteArray name = "AMPDESK_COM" + QByteArray::number(n);
+        if (!qEnvironmentVariableIsSet(name.constData())) return std::nullopt;
+        return qEnvironmentVariable(name.constData()).toStdString();
+      },
+      std::move(available));
+}
+
+}  // namespace amp

@@ -1,0 +1,26 @@
+// Binding of COM1..COM10 to the host's serial devices at start-up.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/com_slots.h"
+
+namespace amp {
+
+// AMPDESK_COMn, when set, binds COMn to its value (an empty value keeps the
+// slot unbound on purpose). The remaining slots are filled in order from the
+// serial devices the host reports: USB adapters (ttyUSB*, ttyACM*) first, as
+// they are what the amplifiers are usually wired to, then other devices, then
+// the on-board ttyS* ports. At most ten devices are bound.
+ComSlots DefaultComSlots();
+
+// The rule above with its inputs made explicit. `env(n)` gives the value of
+// AMPDESK_COMn or nullopt when it is not set; `available` is the device paths
+// in any order.
+ComSlots BuildComSlots(const std::function<std::optional<std::string>(int)>& env,
+                       std::vector<std::string> available);
+
+}  // namespace amp

@@ -1,0 +1,23 @@
+// The Qt event loop and the monotonic clock as the logic sees them.
+#pragma once
+
+#include "platform/event_pump.h"
+
+namespace amp {
+
+class QtEventPump final : public EventPump {
+ public:
+  void DoEvents() override;
+  // Blocks in the event dispatcher until something happens (socket data, a
+  // timer, a posted event) or a wake-up timer of `ms` fires, then handles
+  // what arrived and returns.
+  void WaitForEvents(int ms) override;
+  void Sleep(int ms) override;
+};
+
+class QtClock final : public Clock {
+ public:
+  int64_t NowMs() override;  // milliseconds of the host's monotonic clock
+};
+
+}  // namespace amp

@@ -1,0 +1,11 @@
+// Qt's sockets, timers and serial ports need a QCoreApplication on the test
+// thread, so these tests bring their own main.
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+int main(int argc, char** argv) {
+  QCoreApplication app(argc, argv);
+  ::testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}

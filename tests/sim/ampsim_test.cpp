@@ -1,0 +1,181 @@
+// The ampsim program as a host's test rig runs it: a child process, its
+// ready line, frames over TCP and the pseudo-terminal, and signals.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <regex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "host_side.h"
+
+using namespace simtest;
+
+namespace {
+
+constexpr int kWaitMs = 3000;
+
+struct Child {
+  pid_t pid = -1;
+  Fd out;
+  Fd err;
+};
+
+Child Spawn(const std::vector<std::string>& args) {
+  int outPipe[2], errPipe[2];
+  Child child;
+  if (pipe2(outPipe, O_CLOEXEC) != 0) return child;
+  if (pipe2(errPipe, O_CLOEXEC) != 0) {
+    close(outPipe[0]);
+    close(outPipe[1]);
+    return child;
+  }
+  std::vector<char*> argv;
+  std::string exe = AMPSIM_EXE;
+  argv.push_back(exe.data());
+  for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+  argv.push_back(nullptr);
+  pid_t pid = fork();
+  if (pid == 0) {
+    dup2(outPipe[1], 1);
+    dup2(errPipe[1], 2);
+    execv(exe.c_str(), argv.data());
+    _exit(127);
+  }
+  close(outPipe[1]);
+  close(errPipe[1]);
+  child.pid = pid;
+  child.out = Fd(outPipe[0]);
+  child.err = Fd(errPipe[0]);
+  return child;
+}
+
+// Exit code, or -1 when the child had to be killed after `timeoutMs`.
+int WaitExit(pid_t pid, int timeoutMs) {
+  auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
+  int status = 0;
+  while (Clock::now() < deadline) {
+    pid_t r = waitpid(pid, &status, WNOHANG);
+    if (r == pid) return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  kill(pid, SIGKILL);
+  waitpid(pid, &status, 0);
+  return -1;
+}
+
+struct Outcome {
+  int code;
+  std::string out;
+  std::string err;
+};
+
+Outcome RunToEnd(const std::vector<std::string>& args) {
+  Child c = Spawn(args);
+  if (c.pid < 0) return {-2, "", ""};
+  Outcome o;
+  o.out = ReadFor(c.out.get(), kWaitMs);  // ends early when the child closes it
+  o.err = ReadFor(c.err.get(), 200);
+  o.code = WaitExit(c.pid, kWaitMs);
+  return o;
+}
+
+TEST(AmpsimProgram, ServesBothLinksAndStopsCleanlyOnSigterm) {
+  Child c = Spawn({"--tcp", "127.0.0.1:0", "--serial", "--address", "B", "--unit-id", "0x0203",
+                   "--status", "Q@@@,@A@@,@@@@"});
+  ASSERT_GT(c.pid, 0);
+  std::string ready = ReadUntil(c.out.get(), "\n", kWaitMs);
+  std::smatch m;
+  ASSERT_TRUE(std::regex_match(ready, m, std::regex(R"(ampsim ready tcp=127\.0\.0\.1:(\d+) serial=(/dev/\S+)\n)")))
+      << ready;
+  int port = std::stoi(m[1]);
+  std::string ptsPath = m[2];
+
+  Fd conn = ConnectTcp(port);
+  ASSERT_TRUE(conn.valid());
+  ASSERT_TRUE(SendAll(conn.get(), TcpFrame('B', "1")));
+  EXPECT_EQ(ReadUntil(conn.get(), "\r\n", kWaitMs), ExpectedReply(true, 'B', "1BC") + "\r\n");
+
+  Fd serial = OpenSerial(ptsPath, B9600);
+  ASSERT_TRUE(serial.valid());
+  ASSERT_TRUE(SendAll(serial.get(), SerialFrame('B', "?!#(")));
+  std::string status = ExpectedReply(true, 'B', "?Q@@@@A@@@@@@");
+  EXPECT_EQ(ReadExactly(serial.get(), status.size(), kWaitMs), status);
+
+  // SIGUSR1 pulls the plug; the program confirms on stderr.
+  ASSERT_EQ(kill(c.pid, SIGUSR1), 0);
+  EXPECT_EQ(ReadUntil(c.err.get(), "\n", kWaitMs), "ampsim: silent\n");
+  ASSERT_TRUE(SendAll(conn.get(), TcpFrame('B', "1")));
+  EXPECT_EQ(ReadFor(conn.get(), 200), "");
+  ASSERT_EQ(kill(c.pid, SIGUSR1), 0);
+  EXPECT_EQ(ReadUntil(c.err.get(), "\n", kWaitMs), "ampsim: answering again\n");
+  ASSERT_TRUE(SendAll(conn.get(), TcpFrame('B', "1")));
+  EXPECT_EQ(ReadUntil(conn.get(), "\r\n", kWaitMs), ExpectedReply(true, 'B', "1BC") + "\r\n");
+
+  ASSERT_EQ(kill(c.pid, SIGTERM), 0);
+  EXPECT_EQ(WaitExit(c.pid, kWaitMs), 0);
+  EXPECT_TRUE(PeerClosed(conn.get(), kWaitMs));
+}
+
+TEST(AmpsimProgram, RejectsBadCommandLinesWithUsage) {
+  const std::vector<std::vector<std::string>> bad = {
+      {"--bogus"},
+      {"--drop-every", "x"},
+      {"--delay", "-5"},
+      {"--tcp", "127.0.0.1"},
+      {"--tcp", "127.0.0.1:70000"},
+      {"--status", "P@@@"},
+      {"--status", "P@@@,@@@@,@@?@"},
+      {"--line", "9600,N,8"},
+      {"--unit-id", "0x4000"},
+      {"--address", "AB"},
+      {"--address"},
+      {"--babble=yes"},
+      {"--prefix", "\\q"},
+      {"--no-tcp"},
+      {"stray"},
+  };
+  for (const auto& args : bad) {
+    Outcome o = RunToEnd(args);
+    std::string shown = args[0] + (args.size() > 1 ? " " + args[1] : "");
+    EXPECT_EQ(o.code, 2) << shown;
+    EXPECT_TRUE(o.err.starts_with("ampsim: ")) << shown << ": " << o.err;
+    EXPECT_NE(o.err.find("Usage: ampsim"), std::string::npos) << shown;
+    EXPECT_EQ(o.out, "") << shown;
+  }
+
+  Outcome missing = RunToEnd({"--tcp", "127.0.0.1:0", "--profile", "/nonexistent/unit.profile"});
+  EXPECT_EQ(missing.code, 2);
+  EXPECT_NE(missing.err.find("/nonexistent/unit.profile"), std::string::npos);
+
+  Outcome help = RunToEnd({"--help"});
+  EXPECT_EQ(help.code, 0);
+  for (const char* option :
+       {"--tcp", "--no-tcp", "--serial", "--address", "--printable", "--baud", "--line", "--frame-log",
+        "--drop-every", "--nak-every", "--bad-checksum-every", "--close-every", "--delay", "--prefix",
+        "--babble", "--split", "--lf-separate", "--silent-after", "--unit-id", "--status", "--profile",
+        "--cr-only", "--tcp-byte-timing", "--help"}) {
+    EXPECT_NE(help.out.find(std::string("  ") + option + " "), std::string::npos) << option;
+  }
+}
+
+TEST(AmpsimProgram, ReportsAPortInUse) {
+  Child first = Spawn({"--tcp", "127.0.0.1:0"});
+  ASSERT_GT(first.pid, 0);
+  std::string ready = ReadUntil(first.out.get(), "\n", kWaitMs);
+  std::smatch m;
+  ASSERT_TRUE(std::regex_match(ready, m, std::regex(R"(ampsim ready tcp=127\.0\.0\.1:(\d+)\n)"))) << ready;
+
+  Outcome second = RunToEnd({"--tcp", "127.0.0.1:" + m[1].str()});
+  EXPECT_EQ(second.code, 1);
+  EXPECT_NE(second.err.find("cannot listen"), std::string::npos) << second.err;
+
+  ASSERT_EQ(kill(first.pid, SIGINT), 0);
+  EXPECT_EQ(WaitExit(first.pid, kWaitMs), 0);
+}
+
+}  // namespace
