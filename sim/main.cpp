@@ -60,7 +60,8 @@ When ready, prints one line such as
 )";
 
 [[noreturn]] void BadUsage(const std::string& message) {
-  std::fprintf(stderr, "ampsim: %s\n\n%s", message.c_str(), kUsage);
+  std::fprintf(stderr, "ampsim: %s\nUsage: ampsim [OPTION]...\nTry 'ampsim --help' for the options.\n",
+               message.c_str());
   std::exit(2);
 }
 
