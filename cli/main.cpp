@@ -259,16 +259,25 @@ void PrintHelp() {
       "  ampdesk-cli --serial /dev/ttyUSB0 --settings 19200,N,8,1 --address B send 1\n");
 }
 
-// "" and the parsed options, or the error text.
+// "" and the parsed options, or the error text. Options may stand before or
+// after the command; what the table does not know after the command belongs
+// to the command (such as monitor's --polls).
 std::string Parse(int argc, char** argv, Options& o) {
-  int i = 1;
-  for (; i < argc; ++i) {
+  for (int i = 1; i < argc; ++i) {
     const std::string a = argv[i];
-    if (a.rfind("--", 0) != 0) break;
     const OptionSpec* spec = nullptr;
     for (const auto& opt : OptionTable())
       if (a == opt.name) spec = &opt;
-    if (!spec) return "unknown option '" + a + "'";
+    if (!spec) {
+      if (!o.command.empty()) {
+        o.args.push_back(a);
+      } else if (a.rfind("--", 0) == 0) {
+        return "unknown option '" + a + "'";
+      } else {
+        o.command = a;
+      }
+      continue;
+    }
     std::string value;
     if (spec->arg) {
       if (i + 1 >= argc) return std::string(spec->name) + " needs " + spec->arg;
@@ -276,9 +285,7 @@ std::string Parse(int argc, char** argv, Options& o) {
     }
     if (auto err = spec->apply(o, value); !err.empty()) return err;
   }
-  if (i >= argc) return "no command given";
-  o.command = argv[i++];
-  for (; i < argc; ++i) o.args.emplace_back(argv[i]);
+  if (o.command.empty()) return "no command given";
   const int sources = int(o.haveTcp) + int(o.haveSerial) + int(o.demo);
   if (sources == 0) return "no unit named: give --tcp HOST, --serial DEVICE or --demo";
   if (sources > 1) return "give exactly one of --tcp, --serial and --demo";

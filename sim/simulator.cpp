@@ -223,7 +223,7 @@ bool Simulator::Silent() const {
 
 std::vector<std::string> Simulator::ReceivedFrames() const {
   std::lock_guard<std::mutex> lock(mu_);
-  return received_;
+  return {received_.begin(), received_.end()};
 }
 
 void Simulator::ClearReceivedFrames() {
@@ -302,10 +302,11 @@ void Simulator::Run() {
     if (stopping_) break;
     if (rc > 0) {
       if (fds[0].revents) DrainWake();
-      if (listenIdx >= 0 && (fds[listenIdx].revents & POLLIN)) AcceptClient();
-      // The client may have been replaced by the accept above.
-      if (clientIdx >= 0 && client_.fd == fds[clientIdx].fd && fds[clientIdx].revents)
-        ReadChannel(client_);
+      bool accepted = listenIdx >= 0 && (fds[listenIdx].revents & POLLIN);
+      if (accepted) AcceptClient();
+      // After an accept the polled client may be gone and its fd number
+      // reused; the newcomer is polled on the next round.
+      if (!accepted && clientIdx >= 0 && fds[clientIdx].revents) ReadChannel(client_);
       if (serialIdx >= 0 && fds[serialIdx].revents) {
         if (fds[serialIdx].revents & POLLIN) {
           ReadChannel(serial_);
@@ -407,6 +408,7 @@ bool Simulator::HandleFrame(Channel& ch, const RxFrame& frame) {
     if (!ch.tcp && frame.address != own) return true;
     // Recorded even when silent, so a test can see the host kept trying.
     received_.push_back(frame.text);
+    if (received_.size() > kKeptFrames) received_.pop_front();
     if (silent_) return true;
     f = faults_;
     ++frameCount_;

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
+#include <deque>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -78,7 +79,9 @@ class Simulator {
   void SetSilent(bool silent);
   bool Silent() const;
 
-  // Command text of each frame received for this unit, oldest first.
+  // Command text of each frame received for this unit, oldest first; the
+  // most recent kKeptFrames only, so a long soak run does not grow forever.
+  static constexpr size_t kKeptFrames = 100'000;
   std::vector<std::string> ReceivedFrames() const;
   void ClearReceivedFrames();
 
@@ -131,7 +134,7 @@ class Simulator {
   bool silent_ = false;
   long frameCount_ = 0;
   long replyCount_ = 0;
-  std::vector<std::string> received_;
+  std::deque<std::string> received_;
   std::FILE* log_ = nullptr;
 
   // Owned by the unit's thread once it runs; set up before it starts.

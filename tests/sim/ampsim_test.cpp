@@ -163,19 +163,4 @@ TEST(AmpsimProgram, RejectsBadCommandLinesWithUsage) {
   }
 }
 
-TEST(AmpsimProgram, ReportsAPortInUse) {
-  Child first = Spawn({"--tcp", "127.0.0.1:0"});
-  ASSERT_GT(first.pid, 0);
-  std::string ready = ReadUntil(first.out.get(), "\n", kWaitMs);
-  std::smatch m;
-  ASSERT_TRUE(std::regex_match(ready, m, std::regex(R"(ampsim ready tcp=127\.0\.0\.1:(\d+)\n)"))) << ready;
-
-  Outcome second = RunToEnd({"--tcp", "127.0.0.1:" + m[1].str()});
-  EXPECT_EQ(second.code, 1);
-  EXPECT_NE(second.err.find("cannot listen"), std::string::npos) << second.err;
-
-  ASSERT_EQ(kill(first.pid, SIGINT), 0);
-  EXPECT_EQ(WaitExit(first.pid, kWaitMs), 0);
-}
-
 }  // namespace

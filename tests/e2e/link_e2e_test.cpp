@@ -1,0 +1,233 @@
+// The link layer on the real host parts (QSerialPort on a pseudo-terminal,
+// QTcpSocket on loopback) against the simulated unit, with its faults.
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+
+#include "link/comms.h"
+#include "qt/qt_comm_port.h"
+#include "qt/qt_event_pump.h"
+#include "qt/qt_tcp_socket.h"
+#include "qt/qt_test_support.h"
+#include "qt/qt_timer.h"
+#include "sim/simulator.h"
+#include "support/fakes.h"
+#include "support/recording_panel.h"
+
+namespace amp {
+namespace {
+
+using sim::Simulator;
+
+struct Session {
+  explicit Session(Simulator::Options opts) : unit(std::move(opts)) {
+    std::string err;
+    started = unit.Start(&err);
+    EXPECT_TRUE(started) << err;
+    comms.Link.SetCommControl(&port);
+    comms.Link.SetCheckAddress(false);
+    comms.Link.SetMsgTimeout(0.5f);
+    comms.Link.SetDeviceAddress("A");
+  }
+  void UseSerial(const std::string& settings = "9600,N,8,1") {
+    slots.Bind(1, unit.SerialPath());
+    comms.Link.SetCommSettings(settings);
+    comms.Link.SetPortNumber(1);
+  }
+  bool UseTcp() {
+    comms.gUseEnet = true;
+    sock.SetRemoteHost("127.0.0.1");
+    sock.SetRemotePort(unit.TcpPort());
+    sock.Connect();
+    return test::PumpUntil([&] { return sock.State() == TcpSocket::sckConnected; }, 3000);
+  }
+
+  Simulator unit;
+  bool started = false;
+  ComSlots slots;
+  QtCommPort port{slots};
+  QtTcpSocket sock;
+  QtTimer timer;
+  QtEventPump pump;
+  QtClock clock;
+  test::FakeDialogs dialogs;
+  test::RecordingPanel panel;
+  Comms comms{LinkHost{sock, timer, pump, clock, dialogs}, panel};
+};
+
+Simulator::Options SerialUnit() {
+  Simulator::Options o;
+  o.tcp = false;
+  o.serial = true;
+  return o;
+}
+Simulator::Options TcpUnit() {
+  Simulator::Options o;
+  o.tcpPort = 0;
+  return o;
+}
+
+TEST(SerialEndToEnd, ExchangesThroughPseudoTerminal) {
+  Session s(SerialUnit());
+  ASSERT_TRUE(s.started);
+  s.UseSerial();
+  ASSERT_TRUE(s.comms.ExchangeCommand("1"));
+  EXPECT_EQ(s.comms.Link.TxMessage, std::string("\x02\x41\x31\x03\x71", 5));
+  EXPECT_EQ(s.comms.Link.RxMessage.substr(0, 3), "\x06" "A1");
+  EXPECT_EQ(s.comms.Link.RxMessage.size(), 7u);
+
+  s.unit.SetStatus("Q@@A", "@B@@", "@@@D");
+  ASSERT_TRUE(s.comms.ReadStatusBlock());
+  EXPECT_EQ(s.comms.gRespFields[0], "Q@@A");
+  EXPECT_EQ(s.comms.gRespFields[1], "@B@@");
+  EXPECT_EQ(s.comms.gRespFields[2], "@@@D");
+  // An unknown command is refused by the unit.
+  EXPECT_FALSE(s.comms.ExchangeCommand("ZZZ9"));
+  EXPECT_EQ(s.comms.Link.ErrNumber(), AmpLink::NotAcknowledged);
+  // The unit saw exactly the frames sent, the priming pair not among them.
+  const std::vector<std::string> seen = {"1", "?!#(", "ZZZ9"};
+  EXPECT_EQ(s.unit.ReceivedFrames(), seen);
+}
+
+TEST(SerialEndToEnd, FaultsGiveTheirErrorNumbers) {
+  Session s(SerialUnit());
+  ASSERT_TRUE(s.started);
+  s.UseSerial();
+  Simulator::Faults f;
+  f.badChecksumEvery = 1;
+  s.unit.SetFaults(f);
+  EXPECT_FALSE(s.comms.ExchangeCommand("1"));
+  EXPECT_EQ(s.comms.Link.ErrString(), "Checksum Error");
+
+  f = {};
+  f.prefix = "noise\r\n";
+  s.unit.SetFaults(f);
+  EXPECT_TRUE(s.comms.ExchangeCommand("1"));  // text before the start byte is dropped
+
+  f = {};
+  f.nakEvery = 1;
+  s.unit.SetFaults(f);
+  EXPECT_FALSE(s.comms.ExchangeCommand("1", true));
+  ASSERT_EQ(s.dialogs.boxes.size(), 1u);
+  EXPECT_EQ(s.dialogs.boxes[0].text, "Command Not Acknowledged");
+
+  f = {};
+  f.dropEvery = 1;
+  s.unit.SetFaults(f);
+  QElapsedTimer t;
+  t.start();
+  EXPECT_FALSE(s.comms.ExchangeCommand("1"));
+  EXPECT_EQ(s.comms.Link.ErrNumber(), AmpLink::NoResponse);
+  EXPECT_GE(t.elapsed(), 480);
+  EXPECT_LT(t.elapsed(), 1500);
+
+  // A babbling line never makes a good frame and never hangs the exchange.
+  f = {};
+  f.babble = true;
+  f.dropEvery = 1;
+  s.unit.SetFaults(f);
+  t.restart();
+  EXPECT_FALSE(s.comms.ExchangeCommand("1"));
+  EXPECT_LT(t.elapsed(), 1500);
+}
+
+TEST(SerialEndToEnd, WrongLineSettingsAndVanishingDevice) {
+  Session s(SerialUnit());
+  ASSERT_TRUE(s.started);
+  s.UseSerial("19200,N,8,1");  // the unit runs at 9600
+  EXPECT_FALSE(s.comms.ExchangeCommand("1"));
+  EXPECT_EQ(s.comms.Link.ErrNumber(), AmpLink::NoResponse);
+  s.comms.Link.SetCommSettings("9600,N,8,1");
+  EXPECT_TRUE(s.comms.ExchangeCommand("1"));
+
+  // The device goes away in the middle of a session. The port cannot be
+  // opened again, and a receive on such a port reports success with no
+  // reply; the poll finds no status block and three of them end the session.
+  s.unit.Stop();
+  s.timer.SetEnabled(true);
+  for (int i = 0; i < 3; ++i) EXPECT_FALSE(s.comms.UpdateStatus());
+  EXPECT_TRUE(s.comms.Link.RxMessage.empty());
+  EXPECT_EQ(s.comms.Link.ErrNumber(), AmpLink::PortError);
+  EXPECT_FALSE(s.comms.Link.ErrString().empty());
+  EXPECT_FALSE(s.timer.Enabled());
+  EXPECT_EQ(s.panel.caption, "Connect");
+}
+
+TEST(SerialEndToEnd, PollLoopToleratesTwoMissesAndEndsOnThird) {
+  Session s(SerialUnit());
+  ASSERT_TRUE(s.started);
+  s.UseSerial();
+  s.comms.Link.SetMsgTimeout(0.3f);
+  // Every third reply dropped: a miss now and then never ends the session.
+  Simulator::Faults f;
+  f.dropEvery = 3;
+  s.unit.SetFaults(f);
+  s.timer.SetEnabled(true);
+  int good = 0;
+  for (int i = 0; i < 10; ++i) good += s.comms.UpdateStatus();
+  EXPECT_EQ(good, 7);
+  EXPECT_EQ(s.comms.gMissedPolls, 2);  // the tenth poll was good
+  EXPECT_TRUE(s.timer.Enabled());
+  EXPECT_FALSE(s.panel.Saw("ClearForm"));
+
+  // The plug is pulled: two polls are tolerated, the third ends the session.
+  s.unit.SetSilent(true);
+  EXPECT_FALSE(s.comms.UpdateStatus());
+  EXPECT_FALSE(s.comms.UpdateStatus());
+  EXPECT_TRUE(s.timer.Enabled());
+  EXPECT_FALSE(s.comms.UpdateStatus());
+  EXPECT_FALSE(s.timer.Enabled());
+  EXPECT_EQ(s.panel.caption, "Connect");
+  EXPECT_TRUE(s.panel.Saw("ClearForm"));
+
+  // Back on the line, a new session polls again.
+  s.unit.SetSilent(false);
+  EXPECT_TRUE(s.comms.UpdateStatus());
+}
+
+TEST(TcpEndToEnd, ExchangeSplitRepliesAndStrayLf) {
+  Session s(TcpUnit());
+  ASSERT_TRUE(s.started);
+  ASSERT_TRUE(s.UseTcp());
+  ASSERT_TRUE(s.comms.ExchangeCommand("?!#("));
+  EXPECT_EQ(s.comms.Link.TxMessage, std::string("\x02\x41\x3F\x21\x23\x28\x03\x4D\x0D\x0A", 10));
+  EXPECT_EQ(s.comms.Link.RxMessage.back(), '\r');
+  EXPECT_EQ(s.comms.Link.RxMessage.substr(0, 3), "\x06" "A?");
+
+  // A reply in two segments is joined.
+  Simulator::Faults f;
+  f.splitMs = 60;
+  s.unit.SetFaults(f);
+  ASSERT_TRUE(s.comms.ExchangeCommand("1"));
+  EXPECT_EQ(s.comms.Link.RxMessage.size(), 8u);  // ACK A 1 c1 c2 ETX checksum CR
+
+  // An LF that comes on its own stays behind and spoils the next reply.
+  f = {};
+  f.lfSeparate = true;
+  s.unit.SetFaults(f);
+  ASSERT_TRUE(s.comms.ExchangeCommand("1"));
+  ASSERT_TRUE(test::PumpUntil([&] { return s.comms.mTcpRxBuffer == "\n"; }, 2000));
+  s.unit.SetFaults({});
+  EXPECT_FALSE(s.comms.ExchangeCommand("1"));
+  EXPECT_EQ(s.comms.Link.RxMessage[0], '\n');
+  EXPECT_TRUE(s.comms.ExchangeCommand("1"));  // and the line is clean again
+}
+
+TEST(TcpEndToEnd, PeerClosingEndsTheSession) {
+  Session s(TcpUnit());
+  ASSERT_TRUE(s.started);
+  ASSERT_TRUE(s.UseTcp());
+  s.timer.SetEnabled(true);
+  EXPECT_TRUE(s.comms.ExchangeCommand("1"));
+  s.unit.Stop();  // the unit goes away between two exchanges
+  ASSERT_TRUE(test::PumpUntil([&] { return s.sock.State() != TcpSocket::sckConnected; }, 3000));
+  // The next exchange finds the socket closing and ends the session quietly.
+  EXPECT_FALSE(s.comms.ExchangeCommand("1"));
+  EXPECT_FALSE(s.timer.Enabled());
+  EXPECT_EQ(s.panel.caption, "Connect");
+  EXPECT_EQ(s.sock.State(), TcpSocket::sckClosed);
+  EXPECT_TRUE(s.dialogs.boxes.empty());
+}
+
+}  // namespace
+}  // namespace amp
