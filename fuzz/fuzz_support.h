@@ -45,6 +45,41 @@ class ByteReader {
   size_t pos_ = 0;
 };
 
+// AMPDESK_FUZZ_VERBOSE=1 prints what each operation of a run did, for
+// reading a crash input by hand; fuzzing runs leave it off.
+inline bool Verbose() {
+  static const bool on = [] {
+    const char* v = std::getenv("AMPDESK_FUZZ_VERBOSE");
+    return v != nullptr && v[0] == '1';
+  }();
+  return on;
+}
+
+// Bytes as text with the control bytes named, for the verbose lines.
+inline std::string Printed(std::string_view bytes, size_t limit = 80) {
+  static const char* const kNames[] = {"NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL",
+                                       "BS",  "HT",  "LF",  "VT",  "FF",  "CR",  "SO",  "SI",
+                                       "DLE", "DC1", "DC2", "DC3", "DC4", "NAK", "SYN", "ETB",
+                                       "CAN", "EM",  "SUB", "ESC", "FS",  "GS",  "RS",  "US"};
+  std::string out;
+  for (size_t i = 0; i < bytes.size() && i < limit; ++i) {
+    const auto c = static_cast<unsigned char>(bytes[i]);
+    if (c < 32) {
+      out += '<';
+      out += kNames[c];
+      out += '>';
+    } else if (c >= 127) {
+      char hex[8];
+      std::snprintf(hex, sizeof hex, "<%02X>", c);
+      out += hex;
+    } else {
+      out += static_cast<char>(c);
+    }
+  }
+  if (bytes.size() > limit) out += "...(" + std::to_string(bytes.size()) + " bytes)";
+  return out;
+}
+
 // A delay byte: milliseconds as is, or in steps of 64 ms (up to 16.3 s, past
 // every time-out of the link) when the scale bit is set.
 inline int64_t DelayMs(bool coarse, uint8_t d) { return coarse ? int64_t{d} * 64 : int64_t{d}; }

@@ -389,6 +389,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
   for (size_t i = 0; i < ops.size(); ++i) {
     const uint8_t op = ops[i];
+    const int64_t opStart = h.clock.now;
     switch (op & 3) {
       case 0: {
         const size_t from = h.port.Cursor();
@@ -415,6 +416,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         break;
     }
     h.port.openError.clear();  // a busy port frees up after the first try
+    if (Verbose()) {
+      static const char* const kKinds[] = {"Receive", "ExchangeCommand", "UpdateStatus", "Idle"};
+      std::fprintf(stderr, "op %zu %-15s t=%lld+%lld err=%d rx=%s\n", i, kKinds[op & 3],
+                   static_cast<long long>(opStart), static_cast<long long>(h.clock.now - opStart),
+                   h.comms.Link.ErrNumber(), Printed(h.comms.Link.RxMessage).c_str());
+    }
   }
   return 0;
 }

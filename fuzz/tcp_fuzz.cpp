@@ -271,6 +271,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     const int64_t elapsed = h.clock.now - t0;
     const std::string& rx = h.comms.Link.RxMessage;
+    if (Verbose()) {
+      std::fprintf(stderr, "%s %s state=%d->%d t=%lld+%lld ok=%d rx=%s buffer=%zu\n",
+                   (ex & 0x04) ? "poll" : "exchange", Printed(command).c_str(), stateBefore,
+                   h.sock.state, static_cast<long long>(t0), static_cast<long long>(elapsed), ok,
+                   Printed(rx).c_str(), h.comms.mTcpRxBuffer.size());
+    }
     AMP_FUZZ_CHECK(h.comms.gTcpReply.empty());
     h.CheckBuffers();
 

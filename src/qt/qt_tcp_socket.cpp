@@ -76,10 +76,14 @@ QtTcpSocket::QtTcpSocket() : sock_(std::make_unique<QTcpSocket>()), queue_(new Q
   QObject::connect(s, &QTcpSocket::readyRead, s, [this] {
     if (quiet_) return;
     TakeIncoming();
-    Post([this] {
-      // Several arrivals may be queued; one handler may have taken it all.
-      if (!rx_.empty() && events_.DataArrival) events_.DataArrival(static_cast<long>(rx_.size()));
-    });
+    // readyRead comes from the event loop and never nests, so the data event
+    // is delivered here at once: a reply waiting loop sees it in the same
+    // pass. (A handler must not destroy the socket from inside this event.)
+    if (rx_.empty() || !events_.DataArrival) return;
+    auto life = life_;
+    ++life->delivering;
+    events_.DataArrival(static_cast<long>(rx_.size()));
+    --life->delivering;
   });
   QObject::connect(s, &QTcpSocket::errorOccurred, s, [this](QAbstractSocket::SocketError error) {
     if (quiet_ || failed_) return;
