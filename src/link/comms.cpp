@@ -99,10 +99,16 @@ void Comms::sckTcp_DataArrival(long /*bytesTotal*/) {
   const auto cr = mTcpRxBuffer.find('\r');
   if (cr != std::string::npos) {
     // What follows the CR in this piece is dropped, the LF of CR LF with it
-    // when it came in the same piece.
-    gTcpReply += mTcpRxBuffer.substr(0, cr + 1);
+    // when it came in the same piece. Replies that pile up while nobody
+    // waits for them are kept only up to the size of one frame.
+    if (gTcpReply.size() < static_cast<size_t>(AmpLink::kMaxFrame))
+      gTcpReply += mTcpRxBuffer.substr(0, std::min(cr + 1, static_cast<size_t>(AmpLink::kMaxFrame)));
     gTcpReplyReady = true;
     mTcpRxBuffer.clear();
+  } else if (mTcpRxBuffer.size() > static_cast<size_t>(AmpLink::kMaxFrame)) {
+    // A peer that never ends its text cannot fill memory: no reply is longer
+    // than one frame, so only the latest frame's worth is kept.
+    mTcpRxBuffer.erase(0, mTcpRxBuffer.size() - AmpLink::kMaxFrame);
   }
 }
 

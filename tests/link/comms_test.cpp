@@ -117,6 +117,27 @@ TEST_F(CommsFixture, TcpReplySplitAcrossSegmentsAndStrayLf) {
   EXPECT_EQ(comms.Link.RxMessage, body + "\r");
 }
 
+TEST_F(CommsFixture, BabblingPeerCannotFillMemory) {
+  UseTcp();
+  // Text that never ends in CR: the buffer keeps at most one frame's worth.
+  for (int i = 0; i < 40; ++i) {
+    sock.Deliver(std::string(1000, 'x'), 0);
+    pump.DoEvents();
+  }
+  EXPECT_LE(comms.mTcpRxBuffer.size(), static_cast<size_t>(AmpLink::kMaxFrame));
+  EXPECT_GE(comms.mTcpRxBuffer.size(), 16000u);  // the latest bytes stay
+  // Replies that arrive while no exchange waits do not pile up without end.
+  for (int i = 0; i < 40; ++i) {
+    sock.Deliver(std::string(999, 'y') + "\r", 0);
+    pump.DoEvents();
+  }
+  EXPECT_LE(comms.gTcpReply.size(), 2u * AmpLink::kMaxFrame);
+  // The next exchange forgets all of it and takes its own reply.
+  sock.onSend = [this](const std::string&) { sock.Deliver(Reply("\x06" "A1@A\x03") + "\r\n", 2); };
+  EXPECT_TRUE(comms.ExchangeCommand("1"));
+  EXPECT_EQ(comms.Link.RxMessage, Reply("\x06" "A1@A\x03") + "\r");
+}
+
 TEST_F(CommsFixture, TcpTimeoutAndLateReply) {
   UseTcp();
   const std::string late = Reply("\x06" "Alate\x03") + "\r\n";
