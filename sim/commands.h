@@ -4,17 +4,24 @@
 // longest mnemonic first, so "?!#9" wins over a shorter "?" and whatever
 // follows the mnemonic is handed to the handler as its arguments.
 //
+// The standard language (sim/language.cpp) is a list of rows, one per
+// command form: a pattern ("PBS{d}?"), the family it belongs to (what a
+// profile's `lacks` names), and either a reply template over the unit's
+// values ("PBS{n}{subband.{n}.freq}"), a value rule and key for a set
+// command, or a small handler for actions and special cases. Rows that share
+// a literal prefix are served by one entry of this table.
+//
 // Adding a command:
-//   1. Write a handler `Reply Handler(UnitState& unit, std::string_view args)`.
-//      Read or change `unit` (status words, id, the `values` map for named
-//      quantities); return Reply::Ack(body) with the body the unit sends back
-//      (its echo of the command followed by the data), or Reply::Nak(echo)
-//      when the arguments are unacceptable.
-//   2. Register it: `table.Add("MNEMONIC", Handler)` in AddStandardCommands
-//      below, or at run time through Simulator::AddCommand. Pass
-//      remoteOnly = true for commands that change the unit: the table refuses
-//      them with a NAK while the unit is in local (front-panel) mode.
-//   3. Test it from the host's side (tests/sim) with the bytes on the wire.
+//   1. Most commands are one row in Rows() of sim/language.cpp: Get (query
+//      with a template), Put (set: key and value rule), Act / Ask / Set (a
+//      handler `Reply(UnitState&, const Row&, const Match&)`). Set commands
+//      and actions are refused in local mode by the row's kind.
+//   2. Give the values it reads and writes to the profiles that have it
+//      (sim/profiles/*.profile) and list its family in the README there.
+//   3. Add it to the index probes of tests/sim/language_test.cpp with the
+//      pattern its host reader needs.
+// A one-off command can still be registered at run time through
+// Simulator::AddCommand with a plain `Reply(UnitState&, args)` handler.
 // Handlers run on the simulator's thread with its lock held: they must not
 // block or call back into the Simulator.
 #pragma once
@@ -70,8 +77,17 @@ inline constexpr std::string_view kShortStatusPoll = "?!#9";
 // Unit identification: "1" + the id word as two 6-bit characters.
 inline constexpr std::string_view kUnitIdQuery = "1";
 
-// Registers the commands every unit answers.
+// Registers the unit's whole command language (sim/language.cpp): every
+// mnemonic of the host's index, answered from the UnitState. A command whose
+// family the unit lacks, or whose value the profile does not define, is
+// refused with a NAK.
 void AddStandardCommands(CommandTable& table);
 CommandTable StandardCommands();
+
+// True for a name that may stand in a profile's `lacks` list: a family of the
+// command language ("buc", "lldp", "alarm_words" ...) or "param.N".
+bool IsCommandFamily(std::string_view name);
+// All family names of the language, sorted.
+std::vector<std::string> CommandFamilies();
 
 }  // namespace amp::sim

@@ -27,13 +27,19 @@ Where it listens:
   --no-tcp                 no TCP listener
   --serial                 open a pseudo-terminal; its path is printed
 Unit:
-  --address C              the unit's address character (default A)
+  --profile NAME|FILE      the unit to be: a profile name (twta127, sspa102,
+                           ...; see --list-profiles) or a profile file path
+                           (default sspa120, a typical SSPA); options given
+                           on the command line win over the profile
+  --list-profiles          print the profile names found and exit
+  --local                  start in local (front-panel) mode: set commands
+                           and actions are refused, queries still answered
+  --address C              the unit's address character (default: the
+                           profile's, A in most)
   --unit-id N              id word, decimal or 0x hex, both bytes below 64
-                           (default 0x0101)
+                           (default: the profile's)
   --status S,F,A           summary, fault and alarm groups, four status
-                           characters each (default P@@@,@@@@,@@@@)
-  --profile FILE           load address, id, status and values from FILE;
-                           options given on the command line win
+                           characters each, taken as given
   --printable              '{' ... '}' framing with the printable checksum
   --line SETTINGS          the unit's serial settings (default 9600,N,8,1);
                            bytes sent with other settings are not understood
@@ -107,6 +113,7 @@ std::string Unescape(std::string_view option, std::string_view text) {
 struct Cli {
   Simulator::Options opts;
   std::string profile;
+  bool local = false;
   bool addressGiven = false, idGiven = false, statusGiven = false;
 };
 
@@ -175,6 +182,14 @@ Cli ParseArgs(int argc, char** argv) {
       cli.statusGiven = true;
     } else if (arg == "--profile") {
       cli.profile = next();
+      if (cli.profile.empty()) BadUsage("--profile: expected a profile name or file");
+    } else if (arg == "--list-profiles") {
+      flag();
+      for (const auto& name : amp::sim::ProfileNames()) std::printf("%s\n", name.c_str());
+      std::exit(0);
+    } else if (arg == "--local") {
+      flag();
+      cli.local = true;
     } else if (arg == "--printable") {
       flag();
       o.printable = true;
@@ -230,23 +245,37 @@ Cli ParseArgs(int argc, char** argv) {
 int main(int argc, char** argv) {
   Cli cli = ParseArgs(argc, argv);
 
-  if (!cli.profile.empty()) {
-    amp::sim::UnitState fromFile;
+  // The profile gives the whole unit; the options given override parts of it.
+  {
+    const bool named = !cli.profile.empty();
+    const std::string wanted = named ? cli.profile : std::string(amp::sim::kDefaultProfile);
+    const std::string path = amp::sim::ResolveProfile(wanted);
+    amp::sim::UnitState unit;
     std::string why;
-    if (!amp::sim::LoadProfile(cli.profile, fromFile, &why)) {
+    if (path.empty()) {
+      if (named) {
+        std::string known;
+        for (const auto& name : amp::sim::ProfileNames()) known += (known.empty() ? "" : ", ") + name;
+        std::fprintf(stderr, "ampsim: no profile named '%s' (known: %s)\n", wanted.c_str(),
+                     known.empty() ? "none found" : known.c_str());
+        return 2;
+      }
+      std::fprintf(stderr, "ampsim: default profile '%s' not found; the unit answers little\n",
+                   wanted.c_str());
+    } else if (!amp::sim::LoadProfile(path, unit, &why)) {
       std::fprintf(stderr, "ampsim: %s\n", why.c_str());
       return 2;
     }
-    auto& u = cli.opts.unit;
-    if (!cli.addressGiven) u.address = fromFile.address;
-    if (!cli.idGiven) u.unitId = fromFile.unitId;
-    if (!cli.statusGiven) {
-      u.summary = fromFile.summary;
-      u.fault = fromFile.fault;
-      u.alarm = fromFile.alarm;
+    const auto& given = cli.opts.unit;
+    if (cli.addressGiven) unit.address = given.address;
+    if (cli.idGiven) unit.unitId = given.unitId;
+    if (cli.statusGiven) {
+      unit.summary = given.summary;
+      unit.fault = given.fault;
+      unit.alarm = given.alarm;
     }
-    u.remote = fromFile.remote;
-    u.values = fromFile.values;
+    if (cli.local) unit.SetRemote(false);
+    cli.opts.unit = std::move(unit);
   }
 
   // Signals are taken synchronously by this thread; block them before the
