@@ -42,21 +42,30 @@ def receive_input(flags, timeout_index, ops, chunks, address=b"A"):
 
 
 STATUS = framed(ACK + b"A?PABCDEFGHIJK" + ETX)
+SEAL = 0x08  # config bit: the harness appends each chunk's checksum
 RECEIVE_SEEDS = {
     # The poll answered 20 ms after the query.
     "ack_status_block": receive_input(
         R_CHECK_ADDR | R_REPLIES_FOLLOW, 6, [OP_POLL],
         [(b"", 0, False, False), (STATUS, 20, False, True)]),
+    # Sealed, and the reply is the rest of the input: bytes put in or taken
+    # out keep the frame good, so the block's length is free to vary.
+    "status_block_sealed": receive_input(
+        R_CHECK_ADDR | R_REPLIES_FOLLOW, SEAL | 6, [OP_POLL, OP_POLL],
+        [(b"", 0, False, False), (ACK + b"A?PABCDEFGHIJK" + ETX + b"x" * 48, 20, False, True)]),
+    "short_block_sealed": receive_input(
+        R_ONE_CHAR, SEAL | 0x10 | 6, [OP_POLL, OP_RECEIVE],
+        [(ACK + b"A?PABCDEFG" + ETX + ACK + b"A?PABCDEF" + ETX + b"y" * 48, 20, False, False)]),
     "one_char_alarm": receive_input(
-        R_ONE_CHAR | R_CHECK_ADDR | R_REPLIES_FOLLOW, 6, [OP_POLL],
-        [(b"", 0, False, False), (framed(ACK + b"A?PQRSTUVWX" + ETX), 20, False, True)]),
+        R_ONE_CHAR | R_CHECK_ADDR | R_REPLIES_FOLLOW, SEAL | 6, [OP_POLL],
+        [(b"", 0, False, False), (ACK + b"A?PQRSTUVWX" + ETX, 20, False, True)]),
     "nak": receive_input(
         R_CHECK_ADDR | R_REPLIES_FOLLOW, 6, [OP_EXCHANGE | 0x10],
         [(b"", 0, False, False), (framed(NAK + b"A?" + ETX), 15, False, True)]),
     "printable_frame": receive_input(
-        R_PRINTABLE | R_CHECK_ADDR | R_REPLIES_FOLLOW, 6, [OP_POLL, OP_POLL],
-        [(b"", 0, False, False), (framed(b"{A?PABCDEFGHIJK}"), 20, False, True),
-         (framed(b"{A?P@@@@@@@@@@@}"), 30, False, True)]),
+        R_PRINTABLE | R_CHECK_ADDR | R_REPLIES_FOLLOW, SEAL | 6, [OP_POLL, OP_POLL],
+        [(b"", 0, False, False), (b"{A?PABCDEFGHIJK}", 20, False, True),
+         (b"{A?P@@@@@@@@@@@}", 30, False, True)]),
     "junk_before_frame": receive_input(
         R_CHECK_ADDR, 5, [OP_RECEIVE, OP_RECEIVE],
         [(b"\xff\x00line noise\r\n}\x03", 0, False, False),
@@ -67,6 +76,12 @@ RECEIVE_SEEDS = {
     "late_half": receive_input(
         R_CHECK_ADDR, 6, [OP_RECEIVE, OP_RECEIVE, OP_IDLE | 0x30, OP_EXCHANGE],
         [(STATUS[:7], 10, False, False), (STATUS[7:], 50, True, False)]),
+    # The shortest frames: a start byte, the end byte, the checksum; sealed
+    # (config bit3), so the harness appends each chunk's checksum.
+    "short_frames_sealed": receive_input(
+        0, SEAL | 4, [OP_RECEIVE, OP_RECEIVE, OP_EXCHANGE, OP_RECEIVE],
+        [(NAK + ETX, 5, False, False), (ACK + ETX, 5, False, False),
+         (b"{}", 5, False, False), (STX + b"A{" + ETX, 5, False, False)]),
     "huge_frame": receive_input(
         0, 7, [OP_RECEIVE, OP_RECEIVE],
         [(STX + b"A" + b"x" * 16400 + ETX + b"\x00", 0, False, False)]),
@@ -113,6 +128,11 @@ TCP_SEEDS = {
     "babble": tcp_input(
         0, [0x00, 0x04],
         [bytes([(3 << 5) | 16, 5, 200]) + b"0123456789abcdef"]),
+    # A line longer than a frame: the text before its CR is cut to a frame.
+    "long_line": tcp_input(
+        0, [0x01],
+        [bytes([(3 << 5) | 16, 1, 70]) + b"0123456789abcdef",
+         segment(b"end of a long line", 1, crlf=True)]),
     "starts_closed": tcp_input(0x03, [EX_POLL, 0x01], [bytes([(7 << 5) | 1, 1])]),
 }
 

@@ -9,6 +9,9 @@
 //          bit4 TWTA panel               bits5-7 port: 0-5 open, 6 closed, 7 will
 //                                        not open for the first operation
 //   config bits0-2 time-out (0, 1, 20, 250, 600, 1000, 2500, 5000 ms)
+//          bit3 seal: every end byte in a chunk gets the checksum of the frame
+//          it ends inserted after it, so that good frames are common
+//          bit4 frame trace on
 //   nops   1 + (nops & 7) operations
 //   op     bits0-1 kind: 0 Receive, 1 ExchangeCommand, 2 UpdateStatus,
 //          3 drop the input and let time pass; bits2-3 the command,
@@ -45,8 +48,9 @@ using amp::test::RecordingPanel;
 // each InBufferCount, so a 16 KiB reply would cost a quadratic number of steps
 // per run. PacedPort holds the unit's bytes back in small pieces and gives the
 // fake the next piece only once it is due and the fake has none left, so the
-// link reads the same bytes at the same times. It also keeps the whole stream
-// and how far into it the link has read or dropped, for the checks.
+// link reads the same bytes at the same times; it answers InBufferCount from
+// its own count of the bytes due. It also keeps the whole stream and how far
+// into it the link has read or dropped, for the checks.
 class PacedPort : public FakeCommPort {
  public:
   static constexpr size_t kPiece = 128;
@@ -56,31 +60,31 @@ class PacedPort : public FakeCommPort {
   // Bytes that arrive at the absolute time `at`; a wire keeps its order, so
   // they never overtake bytes queued before them.
   void Schedule(int64_t at, std::string_view bytes) {
+    if (bytes.empty()) return;
     at = std::max(at, lastAt_);
     lastAt_ = at;
     for (size_t i = 0; i < bytes.size(); i += kPiece)
       pending_.push_back({at, std::string(bytes.substr(i, kPiece))});
     stream_.append(bytes);
+    marks_.push_back({at, stream_.size()});
   }
 
   int InBufferCount() override {
-    Feed();
-    size_t n = static_cast<size_t>(FakeCommPort::InBufferCount());
-    for (const auto& p : pending_) {
-      if (p.at > clock_.now) break;
-      n += p.bytes.size();
-    }
-    return static_cast<int>(n);
+    AdvanceDue();
+    return static_cast<int>(dueEnd_ - cursor_);
   }
 
   void SetInBufferCount(int n) override {
     if (n == 0) {
-      size_t dropped = static_cast<size_t>(FakeCommPort::InBufferCount());
+      AdvanceDue();
+      size_t dropped = fedEnd_ - cursor_;  // what the fake holds, all of it due
       while (!pending_.empty() && pending_.front().at <= clock_.now) {
         dropped += pending_.front().bytes.size();
+        fedEnd_ += pending_.front().bytes.size();
         pending_.pop_front();
       }
       cursor_ += dropped;
+      AMP_FUZZ_CHECK(cursor_ == dueEnd_ && cursor_ == fedEnd_);
     }
     FakeCommPort::SetInBufferCount(n);
   }
@@ -92,9 +96,10 @@ class PacedPort : public FakeCommPort {
       std::string got = FakeCommPort::Input();
       if (got.empty()) break;
       out += got;
+      cursor_ += got.size();
       if (inputLen != 0 && static_cast<int>(out.size()) >= inputLen) break;
     }
-    cursor_ += out.size();
+    AMP_FUZZ_CHECK(cursor_ <= fedEnd_);
     return out;
   }
 
@@ -114,10 +119,15 @@ class PacedPort : public FakeCommPort {
   size_t Cursor() const { return cursor_; }
 
  private:
+  void AdvanceDue() {
+    while (nextMark_ < marks_.size() && marks_[nextMark_].first <= clock_.now)
+      dueEnd_ = marks_[nextMark_++].second;
+  }
+  // The fake gets the next piece once it has handed out all it held.
   void Feed() {
-    while (FakeCommPort::InBufferCount() == 0 && !pending_.empty() &&
-           pending_.front().at <= clock_.now) {
+    while (fedEnd_ == cursor_ && !pending_.empty() && pending_.front().at <= clock_.now) {
       Arrive(pending_.front().bytes, pending_.front().at - clock_.now);
+      fedEnd_ += pending_.front().bytes.size();
       pending_.pop_front();
     }
   }
@@ -129,7 +139,11 @@ class PacedPort : public FakeCommPort {
   FakeClock& clock_;
   std::deque<Piece> pending_;
   std::string stream_;
-  size_t cursor_ = 0;  // bytes of stream_ read or dropped
+  std::vector<std::pair<int64_t, size_t>> marks_;  // arrival time, stream end
+  size_t nextMark_ = 0;
+  size_t dueEnd_ = 0;   // stream bytes arrived by now
+  size_t fedEnd_ = 0;   // stream bytes handed to the fake
+  size_t cursor_ = 0;   // stream bytes read or dropped
   int64_t lastAt_ = 0;
 };
 
@@ -143,6 +157,69 @@ bool IsStart(char b) { return b == STX || b == ACK || b == NAK || b == PSTART; }
 uint8_t FrameChecksum(std::string_view framePrefix) {
   return (!framePrefix.empty() && framePrefix[0] == PSTART) ? PrintableChecksum(framePrefix)
                                                             : XorChecksum(framePrefix);
+}
+
+// Inserts after each end byte of a frame begun in the chunk the checksum of
+// that frame. Bytes added or taken out by the fuzzer then still leave a frame
+// whose checksum is right.
+std::string Sealed(std::string_view chunk) {
+  std::string out;
+  out.reserve(chunk.size() + 8);
+  size_t start = 0;
+  bool open = false;
+  for (const char b : chunk) {
+    if (b == STX || b == ACK || b == NAK || (b == PSTART && !(open && out[start] == STX))) {
+      start = out.size();
+      open = true;
+    }
+    out += b;
+    if (open && (b == ETX || b == PEND)) {
+      out += static_cast<char>(FrameChecksum(std::string_view(out).substr(start)));
+      open = false;
+    }
+  }
+  return out;
+}
+
+// The receive rules over a plain byte string, without ports or time: a start
+// byte (STX, ACK, NAK, or `{` outside an STX frame) begins a frame afresh,
+// bytes before the first start are ignored, an end byte (ETX or `}`) inside a
+// frame is followed by its checksum and that byte completes the frame, and
+// a frame past kMaxFrame characters is given up.
+struct Reference {
+  std::string frame;
+  size_t used = 0;  // bytes looked at, the last one ending the frame if it ended
+  bool complete = false;
+  bool huge = false;
+  bool startedBeforeLast = false;  // a frame was open before the last byte
+};
+
+Reference ReferenceReceive(std::string_view bytes) {
+  Reference r;
+  bool awaitingSum = false;
+  for (const char b : bytes) {
+    r.startedBeforeLast = !r.frame.empty();
+    ++r.used;
+    if (awaitingSum) {
+      r.frame += b;
+      r.complete = true;
+      return r;
+    }
+    const bool open = !r.frame.empty();
+    if (open && (b == ETX || b == PEND)) {
+      r.frame += b;
+      awaitingSum = true;
+    } else if (b == STX || b == ACK || b == NAK || (b == PSTART && !(open && r.frame[0] == STX))) {
+      r.frame.assign(1, b);
+    } else if (open) {
+      r.frame += b;
+    }
+    if (r.frame.size() > static_cast<size_t>(AmpLink::kMaxFrame)) {
+      r.huge = true;
+      return r;
+    }
+  }
+  return r;
 }
 
 struct Harness {
@@ -161,6 +238,8 @@ struct Harness {
   size_t cursorAtWrite = 0;
   int64_t timeAtWrite = 0;
   int frameWrites = 0;
+  bool tracing = false;
+  std::string tracedOut, tracedIn;  // the last frame each way the trace saw
   int64_t timeoutMs = 0;
 
   // The reply group that follows a command goes on the wire from the moment
@@ -202,17 +281,40 @@ struct Harness {
     if (rc == AmpLink::IncompleteResponse || rc == AmpLink::NoResponse)
       AMP_FUZZ_CHECK(clock.now > t0 + timeoutMs);
 
-    if (n == 0) {
-      AMP_FUZZ_CHECK(rc == AmpLink::NoResponse);
-      // Nothing was kept, so nothing read could have started a frame.
-      for (size_t i = from; i < port.Cursor(); ++i) AMP_FUZZ_CHECK(!IsStart(port.Stream()[i]));
-      return;
-    }
-    AMP_FUZZ_CHECK(rc != AmpLink::NoResponse);
-    // The frame is the last bytes read, in the order they came.
+    if (n == 0) AMP_FUZZ_CHECK(rc == AmpLink::NoResponse);
     AMP_FUZZ_CHECK(port.Cursor() - from >= n);
+
+    // Every byte read went through the rules above, and the receive stopped
+    // exactly where they say a frame ends (or at the time-out).
+    const Reference ref =
+        ReferenceReceive(std::string_view(port.Stream()).substr(from, port.Cursor() - from));
+    AMP_FUZZ_CHECK(ref.used == port.Cursor() - from);
+    AMP_FUZZ_CHECK(rx == ref.frame);
+    if (rc == AmpLink::HugeResponse) {
+      AMP_FUZZ_CHECK(ref.huge);
+    } else if (rc == AmpLink::IncompleteResponse || rc == AmpLink::NoResponse) {
+      AMP_FUZZ_CHECK(!ref.huge && !ref.complete);
+      // "No Response" when nothing had started by the time-out; the pass after
+      // it may still read one start byte.
+      if (rc == AmpLink::IncompleteResponse) AMP_FUZZ_CHECK(!ref.frame.empty());
+      if (rc == AmpLink::NoResponse) AMP_FUZZ_CHECK(!ref.startedBeforeLast);
+    } else {
+      AMP_FUZZ_CHECK(ref.complete);
+    }
+
+    if (rc == AmpLink::NoResponse) {
+      // Nothing had started a frame by the time-out. The one pass that still
+      // looks at a byte after it may start one: the error stays "No
+      // Response" and RxMessage keeps that start byte.
+      AMP_FUZZ_CHECK(n <= 1);
+      const size_t lastBefore = port.Cursor() - n;
+      for (size_t i = from; i < lastBefore; ++i) AMP_FUZZ_CHECK(!IsStart(port.Stream()[i]));
+      if (n == 0) return;
+    }
+    // The frame is the last bytes read, in the order they came.
     AMP_FUZZ_CHECK(port.Stream().compare(port.Cursor() - n, n, rx) == 0);
     AMP_FUZZ_CHECK(IsStart(rx[0]));
+    if (tracing) AMP_FUZZ_CHECK(tracedIn == rx);
 
     const bool complete = rc == AmpLink::NoError || rc == AmpLink::BadAddress ||
                           rc == AmpLink::ChecksumError || rc == AmpLink::NotAcknowledged;
@@ -252,6 +354,7 @@ struct Harness {
         AMP_FUZZ_CHECK(n == static_cast<size_t>(AmpLink::kMaxFrame) + 1);
         break;
       case AmpLink::IncompleteResponse:
+      case AmpLink::NoResponse:
         break;
       default:
         AMP_FUZZ_CHECK(false && "unexpected error number");
@@ -260,6 +363,7 @@ struct Harness {
 
   void CheckFrameSent(std::string_view command) {
     const std::string& tx = comms.Link.TxMessage;
+    if (tracing) AMP_FUZZ_CHECK(tracedOut == tx);
     AMP_FUZZ_CHECK(!port.writes.empty() && port.writes.back() == tx);
     AMP_FUZZ_CHECK(tx.size() == command.size() + 4);
     const bool printable = comms.Link.Printable();
@@ -373,6 +477,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   h.comms.Link.SetMsgTimeout(static_cast<float>(h.timeoutMs) / 1000.0f);
   h.timer.enabled = true;
   h.port.onWrite = [&h](const std::string& bytes) { h.OnWrite(bytes); };
+  if (config & 0x10) {
+    h.tracing = true;
+    h.comms.Link.trace = [&h](char dir, std::string_view bytes) {
+      AMP_FUZZ_CHECK(dir == 't' || dir == 'r');
+      AMP_FUZZ_CHECK(!bytes.empty());
+      (dir == 't' ? h.tracedOut : h.tracedIn) = std::string(bytes);
+    };
+  }
 
   // The chunks: group 0 is on the wire from the start (line noise, a late
   // reply); with replies following commands each later group answers one.
@@ -381,6 +493,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const int64_t delay = DelayMs(head & 0x80, in.Byte());
     const size_t len = head & 0x3F;
     std::string bytes = len == 0x3F ? in.Rest() : in.Bytes(len);
+    if (config & 0x08) bytes = Sealed(bytes);
     const bool startsReply = repliesFollowCommands && (head & 0x40) && !h.replies.empty();
     if (h.replies.empty() || startsReply) h.groupStarts.push_back(h.replies.size());
     h.replies.push_back({delay, std::move(bytes)});
