@@ -1,0 +1,197 @@
+// Unit identity through the real host parts: DetermineUnitType and
+// SetProjectSpecificValues against each simulated unit profile, over loopback
+// TCP for every profile and over a pseudo-terminal for two of them.
+//
+// The expectations below were worked out by hand from each profile's identity
+// text, "00" fields, compile date and "YIF?" word, following the project
+// lists; they are not read back from the profiles, so a profile edit or a rule
+// regression both show up here.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "link/comms.h"
+#include "qt/qt_comm_port.h"
+#include "qt/qt_event_pump.h"
+#include "qt/qt_tcp_socket.h"
+#include "qt/qt_test_support.h"
+#include "qt/qt_timer.h"
+#include "sim/profile.h"
+#include "sim/simulator.h"
+#include "support/fakes.h"
+#include "support/recording_panel.h"
+#include "unit/unit_type.h"
+
+namespace amp {
+namespace {
+
+using sim::Simulator;
+
+struct Expected {
+  const char* profile;
+  char address;
+  bool twta;
+  int project;
+  const char* fwPart;  // "" when the unit gives no firmware identity
+  const char* boot;
+  const char* unitPart;
+  const char* serial;
+  int fwVersion;
+  bool dual, cathodeScalar, is127, extRefFamily;
+  bool familyA, familyB, familyC, familyD;
+  bool heater, extRefPreset, pic, netburner;
+  bool faultOptions;
+  int32_t faultOptionWord;
+  const char* atnCount;
+  bool commandC;
+};
+
+// clang-format off
+const Expected kUnits[] = {
+  // Tube of project 127: fault options above revision 523, "C" whatever the date.
+  {"twta127", 'A', true, 127, "715-0127-005", "2.1", "426-4127-020", "T40188", 540,
+   false, false, true, false,  false, false, false, false,
+   true, true, false, true,  true, 268435455, ".D1", true},
+  // Dual tube 715-2251-004: dual-tube rules and the cathode scalar firmware.
+  {"dualtwt108", 'A', true, 108, "715-2251-004", "2.1", "426-2251-004", "D50321", 602,
+   true, true, false, false,  false, false, false, false,
+   true, true, false, false,  true, 268435455, ".D1", true},
+  // Project 102 never has fault options; compiled 2012, so "C".
+  {"sspa102", 'B', false, 102, "715-0102-002", "1.2", "426-3102-004", "S10877", 205,
+   false, false, false, false,  false, false, false, false,
+   false, false, false, false,  false, 0, ".D9", true},
+  // FBDC: family D, Netburner board; revision 114 of an SSPA is too old for options.
+  {"fbdc2295", 'A', false, 139, "715-2295-001", "1.2", "426-2295-101", "F31009", 114,
+   false, false, false, false,  false, false, false, true,
+   false, false, false, true,  false, 0, ".D9", true},
+  // Block upconverter of project 50: external reference family, PIC board,
+  // so fault options although revision 231 is below 256.
+  {"bucsspa", 'A', false, 50, "715-0050-007", "1.2", "426-3050-011", "B20417", 231,
+   false, false, false, true,  false, false, false, false,
+   false, true, true, false,  true, 65535, ".D9", true},
+  // No "YT": taken for a tube of project -1; compiled 2006, so no "C".
+  {"oldunit", 'A', true, -1, "", "1.0", "426-1044-003", "0977", 412,
+   false, false, false, false,  false, false, false, false,
+   false, false, false, false,  false, 0, ".D9", false},
+  // The default unit: an SSPA above revision 255 has fault options.
+  {"sspa120", 'A', false, 120, "715-0120-003", "1.2", "426-3120-001", "S12034", 310,
+   false, false, false, false,  false, false, false, false,
+   false, false, false, false,  true, 65535, ".D9", true},
+};
+// clang-format on
+
+class Host {
+ public:
+  Host(const std::string& profile, bool serial) : unit_(OptionsFor(profile, serial)) {
+    std::string err;
+    started_ = unit_.Start(&err);
+    EXPECT_TRUE(started_) << err;
+    comms.Link.SetCommControl(&port_);
+    comms.Link.SetMsgTimeout(1.0f);
+  }
+  bool Connect(bool serial, char address) {
+    if (!started_) return false;
+    comms.Link.SetDeviceAddress(std::string(1, address));
+    if (serial) {
+      slots_.Bind(1, unit_.SerialPath());
+      comms.Link.SetCommSettings("9600,N,8,1");
+      comms.Link.SetPortNumber(1);
+      return true;
+    }
+    comms.gUseEnet = true;
+    sock_.SetRemoteHost("127.0.0.1");
+    sock_.SetRemotePort(unit_.TcpPort());
+    sock_.Connect();
+    return test::PumpUntil([&] { return sock_.State() == TcpSocket::sckConnected; }, 3000);
+  }
+  std::vector<std::string> Received() const { return unit_.ReceivedFrames(); }
+
+ private:
+  static Simulator::Options OptionsFor(const std::string& profile, bool serial) {
+    Simulator::Options o;
+    o.tcpPort = 0;
+    o.tcp = !serial;
+    o.serial = serial;
+    std::string err;
+    EXPECT_TRUE(sim::LoadProfile(sim::ResolveProfile(profile), o.unit, &err)) << profile << ": " << err;
+    return o;
+  }
+
+  Simulator unit_;
+  bool started_ = false;
+  ComSlots slots_;
+  QtCommPort port_{slots_};
+  QtTcpSocket sock_;
+  QtTimer timer_;
+  QtEventPump pump_;
+  QtClock clock_;
+  test::FakeDialogs dialogs_;
+  test::RecordingPanel panel_;
+
+ public:
+  Comms comms{LinkHost{sock_, timer_, pump_, clock_, dialogs_}, panel_};
+};
+
+void CheckUnit(const Expected& e, bool serial) {
+  SCOPED_TRACE(std::string(e.profile) + (serial ? " over serial" : " over TCP"));
+  Host host(e.profile, serial);
+  ASSERT_TRUE(host.Connect(serial, e.address));
+
+  UnitDescriptor u;
+  DetermineUnitType(host.comms, u);
+  SetProjectSpecificValues(host.comms, u);
+
+  EXPECT_EQ(u.gIsTWTA, e.twta);
+  EXPECT_FALSE(u.gIsKPA);
+  EXPECT_EQ(u.gProjectID, e.project);
+  EXPECT_EQ(u.gFWPartNumber, e.fwPart);
+  EXPECT_EQ(u.gFWPartNumberReported, e.fwPart);
+  EXPECT_EQ(u.gBootVersion, e.boot);
+  EXPECT_EQ(u.gUnitPartNumber, e.unitPart);
+  EXPECT_EQ(u.txtPN, e.unitPart);
+  EXPECT_EQ(u.gUnitSerialNumber, e.serial);
+  EXPECT_EQ(u.gFWVersion, e.fwVersion);
+  EXPECT_EQ(u.gSecondaryVersion, "");
+  EXPECT_FALSE(u.gTouchScreen);
+
+  EXPECT_EQ(u.gNewDualTWT, e.dual);
+  EXPECT_EQ(u.gHasCathodeScalar, e.cathodeScalar);
+  EXPECT_EQ(u.gIsProject127, e.is127);
+  EXPECT_EQ(u.gExtRefFamily, e.extRefFamily);
+  EXPECT_EQ(u.gFWFamilyA, e.familyA);
+  EXPECT_EQ(u.gFWFamilyB, e.familyB);
+  EXPECT_EQ(u.gFWFamilyC, e.familyC);
+  EXPECT_EQ(u.gFWFamilyD, e.familyD);
+
+  EXPECT_EQ(u.gHeaterFault, e.heater);
+  EXPECT_EQ(u.gExtRefPresetFault, e.extRefPreset);
+  EXPECT_EQ(u.gExtRefLockFault, e.extRefPreset);
+  EXPECT_EQ(u.gPICProcessor, e.pic);
+  EXPECT_EQ(u.gNetburnerProcessor, e.netburner);
+  EXPECT_EQ(u.gFaultOptions, e.faultOptions);
+  EXPECT_EQ(u.gFaultOptionWord, e.faultOptionWord);
+  EXPECT_TRUE(u.gExtRefFault);
+  EXPECT_FALSE(u.g3PhaseFault || u.g3PhaseFault2 || u.gWGPressureFault || u.gWGArc1Fault ||
+               u.gWGArc2Fault || u.g24VPresentFault || u.gLinearizerFault);
+  EXPECT_EQ(u.gAtnCountCommand, e.atnCount);
+  EXPECT_EQ(u.gCommandCSupport, e.commandC);
+
+  // The unit saw the identity questions in order, and "YIF?" only when the
+  // unit has fault options; "0S" is for touch-screen units only.
+  std::vector<std::string> want = {"YT", "0C", "00"};
+  if (e.faultOptions) want.push_back("YIF?");
+  EXPECT_EQ(host.Received(), want);
+}
+
+TEST(UnitIdentityEndToEnd, EveryProfileOverTcp) {
+  for (const Expected& e : kUnits) CheckUnit(e, false);
+}
+
+TEST(UnitIdentityEndToEnd, SerialUnitsAtTheirAddresses) {
+  // Address B, and the unit that refuses "YT".
+  CheckUnit(kUnits[2], true);
+  CheckUnit(kUnits[5], true);
+}
+
+}  // namespace
+}  // namespace amp
