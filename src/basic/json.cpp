@@ -6,10 +6,37 @@
 
 namespace amp {
 
+namespace {
+
+// Length of the well-formed UTF-8 sequence at text[i], or 0.
+size_t Utf8Length(std::string_view text, size_t i) {
+  const auto b = static_cast<unsigned char>(text[i]);
+  size_t n = 0;
+  if (b >= 0xC2 && b <= 0xDF) n = 2;
+  else if (b >= 0xE0 && b <= 0xEF) n = 3;
+  else if (b >= 0xF0 && b <= 0xF4) n = 4;
+  if (n == 0 || i + n > text.size()) return 0;
+  for (size_t k = 1; k < n; ++k)
+    if ((static_cast<unsigned char>(text[i + k]) & 0xC0) != 0x80) return 0;
+  return n;
+}
+
+}  // namespace
+
 std::string JsonQuote(std::string_view text) {
   std::string out = "\"";
-  for (const char ch : text) {
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char ch = text[i];
     const auto c = static_cast<unsigned char>(ch);
+    if (c >= 0x80) {
+      // Text such as "°" passes as it is; a stray byte of a unit's reply
+      // becomes an escape, so the dump stays valid JSON either way.
+      if (const size_t n = Utf8Length(text, i)) {
+        out.append(text.substr(i, n));
+        i += n - 1;
+        continue;
+      }
+    }
     switch (c) {
       case '"': out += "\\\""; break;
       case '\\': out += "\\\\"; break;

@@ -12,10 +12,10 @@ Color QBColor(int n) {
   static constexpr Color kColors[16] = {
       0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080, 0x808000, 0xC0C0C0,
       0x808080, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
-  // The classic numbering counts blue first: 1 is dark blue, 4 dark red.
-  static constexpr int kOrder[16] = {0, 4, 2, 6, 1, 5, 3, 7, 8, 12, 10, 14, 9, 13, 11, 15};
+  // The table is in the classic numbering already: 1 is dark blue, 4 dark
+  // red, 12 light red.
   if (n < 0 || n > 15) throw std::out_of_range("QBColor takes 0 to 15");
-  return kColors[kOrder[n]];
+  return kColors[n];
 }
 
 std::string ColorText(Color c) {
@@ -186,6 +186,7 @@ void ListControl::RemoveItem(int index) {
   items_.erase(items_.begin() + index);
   if (listIndex_ == index) {
     listIndex_ = -1;
+    text_.clear();
   } else if (listIndex_ > index) {
     --listIndex_;
   }
@@ -193,7 +194,7 @@ void ListControl::RemoveItem(int index) {
 }
 
 void ListControl::Clear() {
-  if (items_.empty() && listIndex_ == -1) return;
+  if (items_.empty() && listIndex_ == -1 && text_.empty()) return;
   items_.clear();
   listIndex_ = -1;
   text_.clear();
@@ -354,6 +355,7 @@ void TimerControl::Attach(std::function<void(bool, int)> set, std::function<bool
 
 void TimerControl::Dump(JsonWriter& w) const {
   w.Key("kind").String(Kind());
+  w.Key("visible").Bool(false);
   w.Key("enabled").Bool(TimerEnabled());
   w.Key("interval").Int(interval_);
 }

@@ -54,11 +54,16 @@ int Form::AddObserver(Observer o) {
 void Form::RemoveObserver(int id) { observers_.erase(id); }
 
 void Form::Notify(Control* c) {
-  // An observer may remove itself while being told.
-  for (auto it = observers_.begin(); it != observers_.end();) {
-    auto next = std::next(it);
-    it->second(c);
-    it = next;
+  // Observers may add or remove observers while being told: walk by id, and
+  // skip any that went away in the meantime.
+  std::vector<int> ids;
+  ids.reserve(observers_.size());
+  for (const auto& [id, o] : observers_) ids.push_back(id);
+  for (int id : ids) {
+    auto it = observers_.find(id);
+    if (it == observers_.end()) continue;
+    Observer o = it->second;  // a copy: the observer may remove itself
+    o(c);
   }
 }
 

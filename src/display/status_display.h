@@ -4,6 +4,7 @@
 // answer leaves the field as it stands.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "display/frm_main.h"
@@ -54,14 +55,43 @@ class StatusDisplay {
   void UpdateDateTime();  // the unit's clock ("?%") into txtDateTime
   void DisplayToWatts();
   void DisplayTodBm();
+  // The value clamped to the power range (floor to top, in the units shown)
+  // with "##0.0" into `out`, which is "0" until then. True when the value lay
+  // within the range, false when it was clamped.
   bool GetFormatedPwr(float value, std::string& out) const;
   void DisplayStatusMsg(const std::string& text);
 
+  // The last good cathode current (mA) and anode voltage (V); -1 until read.
+  int16_t CathodeCurrent() const { return mCathodeCurrent; }
+  int16_t AnodeVoltage() const { return mAnodeVoltage; }
+
  private:
+  // Fault and alarm lists.
+  void InitCommonFaultNames();
+  void InitTWTAFaultNames();
+  void InitTWTAProjectFaultNames();
+  void InitSSPAFaultNames();
+  void EndFaultList(int rows);
+  void EndAlarmList(int rows);
+  // RF inhibit state read as part of a status write: its Click is not an
+  // operator's action, so the flag is held while chkRFI follows the unit.
+  void UpdateRFIStatusHeld();
+
+  // Summary list.
+  void SetAutoHVState(int s2, int& row);
+  void SetSummaryRows(const std::string& field, int row);
+  void SetWaveguideConfig(int s4);
+
+  // Power fields converted in place when the display unit changes.
+  void SetPowerCaptions(const char* unit);
+  void ConvertPowerFields(bool toWatts);
+
   Comms& c_;
   UnitDescriptor& u_;
   ui::FrmMain& f_;
   PanelState& s_;
+  int16_t mCathodeCurrent = -1;
+  int16_t mAnodeVoltage = -1;
 };
 
 }  // namespace amp
