@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "display/modal.h"
+
 namespace amp::cli {
 
 std::string ConsoleDialogs::OneLine(const std::string& title, const std::string& text) {
@@ -48,6 +50,14 @@ std::optional<std::string> ConsoleDialogs::InputBox(const std::string& prompt,
   std::string v = inputs.front();
   inputs.pop_front();
   return v;
+}
+
+void ConsoleDialogs::ShowModal(ui::Form& form) {
+  ui::CancelModal(form);
+  // The caption the form's load gave it names the dialog.
+  shown.push_back({form.Caption(), "(cancelled)"});
+  std::fprintf(stderr, "%s\n", OneLine(form.Caption(), "(cancelled)").c_str());
+  std::fflush(stderr);
 }
 
 }  // namespace amp::cli

@@ -32,9 +32,16 @@ std::string ToEtx(const std::string& rx, long start, long searchFrom) {
   return end > start ? Mid(rx, start, end - start) : std::string();
 }
 
+long FrameLen(const std::string& rx) {
+  const long n = Len(rx);
+  return (n > 0 && rx.back() == '\r') ? n - 1 : n;
+}
+
 bool BlankValue(const std::string& rx, long minBlank, std::string* value) {
   const long blank = InStr(rx, " ");
-  const long end = Len(rx) - 1;
+  // The value ends at the frame's ETX, which the checksum follows; a reply
+  // that came over TCP still carries the CR that ended its line.
+  const long end = FrameLen(rx) - 1;
   if (!(blank > minBlank) || !(end > blank)) return false;
   *value = Mid(rx, blank + 1, end - blank - 1);
   return true;

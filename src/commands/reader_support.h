@@ -51,9 +51,13 @@ std::string OpenEnd(const std::string& rx, long start);
 // defaults to `start`), the ETX excluded. With no ETX, to the end.
 std::string ToEtx(const std::string& rx, long start, long searchFrom = 0);
 
-// The value of a `.?P<n>` read: from the first blank + 1 up to Len-1 (the
-// ETX). Fails (false) unless blank > minBlank and Len-1 > blank. An empty
-// value (blank right before ETX) passes and gives "".
+// Length of a reply without the CR a TCP reply keeps at its end.
+long FrameLen(const std::string& rx);
+
+// The value of a `.?P<n>` read: from the first blank + 1 up to the ETX, the
+// frame's last character but one. Fails (false) unless blank > minBlank and
+// the ETX stands after the blank. An empty value (blank right before ETX)
+// passes and gives "".
 bool BlankValue(const std::string& rx, long minBlank, std::string* value);
 
 // Parts of `text` between separators; "a;b;" gives {"a", "b", ""}.

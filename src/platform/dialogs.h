@@ -1,9 +1,13 @@
-// Modal boxes the logic shows. Front ends render them (a window, a line on
-// stderr answered from options, a scripted expectation in tests).
+// Modal boxes and forms the logic shows. Front ends render them (a window, a
+// line on stderr answered from options, a scripted expectation in tests).
 #pragma once
 
 #include <optional>
 #include <string>
+
+namespace amp::ui {
+class Form;
+}
 
 namespace amp {
 
@@ -19,6 +23,18 @@ class Dialogs {
   // Empty result (nullopt) when the operator cancels.
   virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                               const std::string& defaultText) = 0;
+
+  // Shows a dialog of the panel model modally and returns when it has closed.
+  // Contract: mark the form loaded and run form.Load; then let the operator
+  // act on its controls (their handlers run as usual) until something calls
+  // form.Unload() -- the dialog's OK or Cancel, or the logic itself. Closing
+  // the window without a button runs form.QueryUnload, the form's cancel
+  // path, which must end in Unload as well.
+  //
+  // Every Dialogs says how it shows forms; there is no silent default. One
+  // with no way to show a form (a console, a batch run) cancels at once:
+  // ui::CancelModal in display/modal.h does exactly that.
+  virtual void ShowModal(ui::Form& form) = 0;
 };
 
 }  // namespace amp

@@ -17,6 +17,12 @@ TEST(ReaderSupport, LocatesDataByEtxAndBlank) {
   ASSERT_TRUE(rd::BlankValue(test::ScriptedUnit::Frame('\x06', ".P66 "), 6, &v));
   EXPECT_EQ(v, "");
   EXPECT_FALSE(rd::BlankValue("\x06" "A.P66", 1, &v));  // no blank at all
+  // A TCP reply keeps the CR that ended its line: the value still ends at
+  // the ETX, so both links read the same text.
+  ASSERT_TRUE(rd::BlankValue(rx + "\r", 6, &v));
+  EXPECT_EQ(v, "123");
+  ASSERT_TRUE(rd::BlankValue(test::ScriptedUnit::Frame('\x06', ".P66 ") + "\r", 6, &v));
+  EXPECT_EQ(v, "");
 
   EXPECT_EQ(rd::ToEtx(rx, 3), ".P66 123");
   EXPECT_EQ(rd::ToEtx(rx, 8, 1), "123");

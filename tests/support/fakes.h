@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "display/modal.h"
 #include "platform/comm_port.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -250,16 +251,37 @@ class FakeDialogs : public Dialogs {
     boxes.push_back({title, text, icon});
     return answer;
   }
-  std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                      const std::string&) override {
+  std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                      const std::string& defaultText) override {
+    prompts.push_back(title + "|" + prompt + "|" + defaultText);
     if (inputs.empty()) return std::nullopt;
     auto v = inputs.front();
     inputs.pop_front();
     return v;
   }
+  // Plays the operator of a modal form: `onModal` runs once the form has
+  // loaded and may set its controls and press its buttons. A form still open
+  // afterwards, or any form when no script is set, is cancelled.
+  void ShowModal(ui::Form& form) override {
+    modals.push_back(form.Name());
+    if (!onModal) {
+      ui::CancelModal(form);
+      return;
+    }
+    form.SetLoaded(true);
+    if (form.Load) form.Load();
+    if (form.Loaded()) onModal(form);
+    if (form.Loaded()) {
+      if (form.QueryUnload) form.QueryUnload();
+      form.SetLoaded(false);
+    }
+  }
   std::vector<Box> boxes;
   MsgResult answer = MsgResult::OK;
   std::deque<std::string> inputs;
+  std::vector<std::string> prompts;  // every input box as "title|prompt|default", in order
+  std::vector<std::string> modals;   // every modal form's name, in order
+  std::function<void(ui::Form&)> onModal;
 };
 
 }  // namespace amp::test

@@ -1,0 +1,88 @@
+#include "app/module1.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "basic/numbers.h"
+#include "basic/text.h"
+
+namespace amp {
+
+namespace {
+
+// The character `offset` places behind the first comma when it is one of
+// `allowed`, else "".
+std::string PartBehindComma(std::string_view settings, long offset, std::string_view allowed) {
+  const long comma = InStr(settings, ",");
+  if (comma == 0) return {};
+  const std::string c = Mid(settings, comma + offset, 1);
+  return (!c.empty() && allowed.find(c[0]) != std::string_view::npos) ? c : std::string();
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+std::string ParseBaud(std::string_view settings) {
+  const long comma = InStr(settings, ",");
+  return comma > 1 ? Left(settings, comma - 1) : std::string();
+}
+
+std::string ParseParity(std::string_view settings) { return PartBehindComma(settings, 1, "NEO"); }
+std::string ParseDataBits(std::string_view settings) { return PartBehindComma(settings, 3, "87"); }
+std::string ParseStopBits(std::string_view settings) { return PartBehindComma(settings, 5, "12"); }
+
+std::optional<bool> CBoolText(std::string_view text) {
+  const std::string t = UCase(Trim(text));
+  if (t == "TRUE") return true;
+  if (t == "FALSE") return false;
+  if (IsNumeric(t)) return Val(t) != 0;
+  return std::nullopt;
+}
+
+bool IsPrintable(int code) { return code >= 32 && code <= 126; }
+
+bool IsLetter(int code) { return (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z'); }
+
+void PauseMs(EventPump& pump, int ms) {
+  const int turns = std::max(ms, 50) / 50;
+  for (int i = 0; i < turns; ++i) {
+    pump.Sleep(20);
+    pump.DoEvents();
+  }
+}
+
+void DelaySeconds(EventPump& pump, Clock& clock, double seconds) {
+  const int64_t deadline = clock.NowMs() + static_cast<int64_t>(std::llround(seconds * 1000.0));
+  // Each wait returns after an event or its time; the clock bounds the loop.
+  for (int64_t left = deadline - clock.NowMs(); left > 0; left = deadline - clock.NowMs())
+    pump.WaitForEvents(static_cast<int>(std::min<int64_t>(left, 100)));
+}
+
+double Log10(double x) { return x > 0 ? std::log10(x) : x; }
+
+bool Like(std::string_view text, std::string_view pattern) {
+  // Iterative match with one back-track point for the last "*".
+  size_t t = 0, p = 0;
+  size_t starP = std::string_view::npos, starT = 0;
+  while (t < text.size()) {
+    if (p < pattern.size() && pattern[p] == '*') {
+      starP = p++;
+      starT = t;
+    } else if (p < pattern.size() &&
+               (pattern[p] == '?' ||
+                (pattern[p] == '#' ? IsDigit(text[t]) : pattern[p] == text[t]))) {
+      ++p;
+      ++t;
+    } else if (starP != std::string_view::npos) {
+      p = starP + 1;
+      t = ++starT;
+    } else {
+      return false;
+    }
+  }
+  while (p < pattern.size() && pattern[p] == '*') ++p;
+  return p == pattern.size();
+}
+
+}  // namespace amp
