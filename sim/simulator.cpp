@@ -1,6 +1,7 @@
 #include "sim/simulator.h"
 
 #include <fcntl.h>
+#include <arpa/inet.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -118,6 +119,7 @@ bool Simulator::Start(std::string* error) {
     boundPort_ = ntohs(bound.ss_family == AF_INET6
                            ? reinterpret_cast<sockaddr_in6*>(&bound)->sin6_port
                            : reinterpret_cast<sockaddr_in*>(&bound)->sin_port);
+    ReportListenAddress();
   }
 
   if (opts_.serial) {
@@ -154,6 +156,17 @@ bool Simulator::Start(std::string* error) {
   stopping_ = false;
   thread_ = std::thread(&Simulator::Run, this);
   return true;
+}
+
+// A unit reports the address and port it answers on. A host that takes
+// them over (as the first read does) must reach this simulator again, not
+// the profile's made-up network, so they follow the listener. A name that is
+// not a dotted address (such as "localhost") leaves the profile's address.
+void Simulator::ReportListenAddress() {
+  in_addr probe{};
+  if (state_.values.count("net.ip") && inet_pton(AF_INET, opts_.tcpHost.c_str(), &probe) == 1)
+    state_.values["net.ip"] = opts_.tcpHost;
+  if (state_.values.count("net.port")) state_.values["net.port"] = std::to_string(boundPort_);
 }
 
 void Simulator::Stop() {

@@ -128,6 +128,7 @@ class Simulator {
   LineSettings line_;
 
   mutable std::mutex mu_;  // guards everything below up to the fds
+  void ReportListenAddress();
   UnitState state_;
   CommandTable commands_;
   Faults faults_;
