@@ -51,6 +51,7 @@ class NullDialogs : public amp::Dialogs {
                                       const std::string&) override {
     return std::nullopt;
   }
+  void ShowModal(amp::ui::Form&) override {}  // the exchanges measured open no dialog
 };
 
 struct Host {

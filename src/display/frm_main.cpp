@@ -57,6 +57,8 @@ FrmMain::FrmMain() : Form("frmMain") {
   chkConstPwr.SetCaption("Constant Power");
   btnGoToPwr.SetCaption("Go To Power");
   Label2.SetCaption("DAC");
+  // The count field and its arrows exist only on frequency block units.
+  UpDown2.SetVisible(false);
   lblSband.SetCaption("Sub-Band:");
   lblRFFrq.SetCaption("RF Freq:");
 

@@ -53,6 +53,7 @@ void FirstRead::ClearForm() {
                                   f_.lblRFFrq, f_.lblTWTSrvc, f_.lblTWTLife, f_.Label12, f_.txtTemp2,
                                   f_.Label14, f_.mnuLLDPCfg, f_.Label2, f_.txtAtnCnt))
     hidden->SetVisible(false);
+  f_.UpDown2.SetVisible(false);  // the count field's arrows go with the field
   // The inlet temperature lives in the fields just hidden.
   s_.gInletTemp = false;
   f_.mnuTempTripLevels.SetEnabled(false);

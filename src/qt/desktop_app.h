@@ -1,0 +1,94 @@
+// The desktop program: its options, and the run that builds the host's parts,
+// the application object and the main window, binds them and shows them.
+// ampdesk's main() is a thin shell over this, and tests run it in-process.
+#pragma once
+
+#include <QTemporaryDir>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/amp_desk.h"
+#include "link/frame_trace.h"
+#include "platform/com_slots.h"
+#include "qt/binder.h"
+#include "qt/main_window.h"
+#include "qt/qt_comm_port.h"
+#include "qt/qt_dialogs.h"
+#include "qt/qt_event_pump.h"
+#include "qt/qt_tcp_socket.h"
+#include "qt/qt_timer.h"
+#include "qt/sim_process.h"
+
+namespace amp {
+
+struct DesktopOptions {
+  bool help = false;
+  bool demo = false;
+  std::string demoProfile;  // "" for ampsim's default unit
+  std::string tcpHost;      // --tcp
+  int tcpPort = 2000;
+  std::string serialDevice;  // --serial: a device path or COM1..COM10
+  std::string lineSettings;  // --settings "9600,N,8,1" for the serial line
+  std::string address;       // --address: poll this one unit address
+  std::string settingsFile;
+  std::string trace;
+  std::string screenshot;
+  int screenshotAfterMs = 0;
+};
+
+// "" when `args` (without the program name) are good, else the error.
+std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOptions& o);
+std::string DesktopUsage();
+
+class DesktopApp {
+ public:
+  explicit DesktopApp(DesktopOptions options);
+  ~DesktopApp();
+  DesktopApp(const DesktopApp&) = delete;
+  DesktopApp& operator=(const DesktopApp&) = delete;
+
+  // Starts the simulated unit (--demo), builds and loads the panel, shows the
+  // window and, when a unit was named, clicks Connect once the event loop
+  // runs. False with the reason in `error` when it cannot start.
+  bool Start(std::string* error);
+  // Runs the event loop until the program ends; the exit code.
+  int Exec();
+
+  // What ends the program (after the panel has unloaded); quits the event
+  // loop unless replaced.
+  std::function<void()> onEnd;
+
+  AmpDesk& desk() { return *desk_; }
+  MainWindow& window() { return *window_; }
+  FormBinder& binder() { return *binder_; }
+  QtDialogs& dialogs() { return dialogs_; }
+  const SimProcess& sim() const { return sim_; }
+  // The settings store the panel reads and writes, for tests.
+  SettingsStore& settings();
+
+ private:
+  class TargetSettings;
+  void TakeScreenshot();
+
+  DesktopOptions options_;
+  SimProcess sim_;
+  QTemporaryDir demoDir_;
+  std::unique_ptr<SettingsStore> storedSettings_;
+  std::unique_ptr<TargetSettings> settings_;
+  ComSlots slots_;
+  QtCommPort port_{slots_};
+  QtTcpSocket sckTcp_;
+  QtTimer timer1_;
+  QtEventPump pump_;
+  QtClock clock_;
+  QtDialogs dialogs_;
+  FrameTrace trace_{clock_};
+  std::unique_ptr<AmpDesk> desk_;
+  std::unique_ptr<MainWindow> window_;
+  std::unique_ptr<FormBinder> binder_;
+  bool screenshotFailed_ = false;
+};
+
+}  // namespace amp

@@ -1,0 +1,30 @@
+#include "qt/forms.h"
+
+#include <QWidget>
+
+#include "ui_frm_about.h"
+#include "ui_frm_com.h"
+
+namespace amp {
+namespace {
+
+// A widget tree of one .ui class. The Ui object only holds pointers into
+// the tree and can go once setupUi has built it.
+template <typename UiClass>
+QtDialogs::FormFactory WindowOf() {
+  return [](QWidget* parent) {
+    auto w = std::make_unique<QWidget>(parent);
+    UiClass ui;
+    ui.setupUi(w.get());
+    return w;
+  };
+}
+
+}  // namespace
+
+void RegisterDialogWindows(QtDialogs& dialogs) {
+  dialogs.RegisterForm("frmAbout", WindowOf<Ui::frmAbout>());
+  dialogs.RegisterForm("frmCom", WindowOf<Ui::frmCom>());
+}
+
+}  // namespace amp

@@ -1,0 +1,151 @@
+#include "qt/qt_dialogs.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QWidget>
+
+#include "qt/binder.h"
+
+namespace amp {
+namespace {
+
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+
+// Closing a form's window is the operator's request to unload the form; the
+// window goes away when the form is unloaded, not before.
+class CloseToUnload : public QObject {
+ public:
+  explicit CloseToUnload(ui::Form& form) : form_(form) {}
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Close || !form_.Loaded()) return QObject::eventFilter(watched, event);
+    event->ignore();
+    if (form_.QueryUnload) form_.QueryUnload();
+    if (form_.Loaded()) form_.Unload();
+    return true;
+  }
+
+ private:
+  ui::Form& form_;
+};
+
+}  // namespace
+
+void QtDialogs::RegisterForm(const std::string& formName, FormFactory factory) {
+  factories_[formName] = std::move(factory);
+}
+
+std::unique_ptr<QWidget> QtDialogs::BuildWindow(const std::string& formName, QWidget* parent) const {
+  auto it = factories_.find(formName);
+  return it == factories_.end() ? nullptr : it->second(parent);
+}
+
+MsgResult QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
+                            const std::string& title) {
+  QMessageBox box(parent_);
+  box.setWindowTitle(Q(title));
+  box.setText(Q(text));
+  switch (icon) {
+    case MsgIcon::Critical: box.setIcon(QMessageBox::Critical); break;
+    case MsgIcon::Question: box.setIcon(QMessageBox::Question); break;
+    case MsgIcon::Exclamation: box.setIcon(QMessageBox::Warning); break;
+    case MsgIcon::Information: box.setIcon(QMessageBox::Information); break;
+    case MsgIcon::None: box.setIcon(QMessageBox::NoIcon); break;
+  }
+  switch (buttons) {
+    case MsgButtons::OK:
+      box.setStandardButtons(QMessageBox::Ok);
+      break;
+    case MsgButtons::OKCancel:
+      box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+      box.setEscapeButton(QMessageBox::Cancel);
+      break;
+    case MsgButtons::YesNo:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      break;
+    case MsgButtons::YesNoCancel:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      box.setEscapeButton(QMessageBox::Cancel);
+      break;
+    case MsgButtons::RetryCancel:
+      box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+      box.setEscapeButton(QMessageBox::Cancel);
+      break;
+  }
+  const int r = box.exec();
+  switch (r) {
+    case QMessageBox::Ok: return MsgResult::OK;
+    case QMessageBox::Yes: return MsgResult::Yes;
+    case QMessageBox::No: return MsgResult::No;
+    case QMessageBox::Retry: return MsgResult::Retry;
+    case QMessageBox::Cancel: return MsgResult::Cancel;
+    default: break;
+  }
+  // Closed some other way (the application is quitting): the safe answer.
+  switch (buttons) {
+    case MsgButtons::OK: return MsgResult::OK;
+    case MsgButtons::YesNo: return MsgResult::No;
+    default: return MsgResult::Cancel;
+  }
+}
+
+std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const std::string& title,
+                                               const std::string& defaultText) {
+  QInputDialog dlg(parent_);
+  dlg.setInputMode(QInputDialog::TextInput);
+  dlg.setWindowTitle(Q(title));
+  dlg.setLabelText(Q(prompt));
+  dlg.setTextValue(Q(defaultText));
+  if (dlg.exec() != QDialog::Accepted) return std::nullopt;
+  return dlg.textValue().toStdString();
+}
+
+void QtDialogs::ShowModal(ui::Form& form) {
+  std::unique_ptr<QWidget> window = BuildWindow(form.Name(), parent_);
+  if (!window) {
+    MsgBox("The window of " + form.Name() + " is not part of this program.", MsgButtons::OK,
+           MsgIcon::Critical, "AmpDesk");
+    return;
+  }
+  window->setWindowFlag(Qt::Dialog, true);
+  window->setWindowModality(Qt::ApplicationModal);
+  window->setAttribute(Qt::WA_DeleteOnClose, false);
+  CloseToUnload closer(form);
+  window->installEventFilter(&closer);
+  QPointer<QWidget> previous = active_;
+  active_ = window.get();
+  {
+    FormBinder binder(form, window.get());
+    form.SetLoaded(true);
+    if (form.Load) form.Load();
+    if (form.Loaded()) {
+      QEventLoop loop;
+      const int id = form.AddObserver([&](ui::Control* c) {
+        if (!c && !form.Loaded()) loop.quit();
+      });
+      // A plain widget is not placed as a dialog is: centre it on the panel.
+      window->adjustSize();
+      if (parent_) {
+        const QRect frame = parent_->frameGeometry();
+        window->move(frame.center() - QPoint(window->width() / 2, window->height() / 2));
+      }
+      window->show();
+      window->raise();
+      window->activateWindow();
+      // The application quitting ends every loop; the form is then unloaded
+      // here so that nothing waits for it.
+      loop.exec();
+      form.RemoveObserver(id);
+      if (form.Loaded()) form.Unload();
+    }
+    window->hide();
+  }
+  active_ = previous;
+  if (previous) previous->activateWindow();
+  else if (parent_) parent_->activateWindow();
+}
+
+}  // namespace amp

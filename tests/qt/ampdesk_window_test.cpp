@@ -1,0 +1,307 @@
+// The desktop program end to end: its options, and its window driving a real
+// session with the simulated unit over loopback (and its pseudo-terminal),
+// with every widget showing what the panel model holds.
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QGroupBox>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QProcess>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "qt/desktop_app.h"
+#include "ui_test_support.h"
+
+namespace amp {
+namespace {
+
+using test::PumpUntil;
+
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+
+// Every control of the panel against its widget: texts, captions, values,
+// list positions and whether it is shown. Returns the mismatches.
+std::vector<std::string> MismatchesBetweenModelAndWindow(DesktopApp& app) {
+  std::vector<std::string> out;
+  ui::FrmMain& f = app.desk().frmMain;
+  for (ui::Control* c : f.Controls()) {
+    QObject* o = app.binder().Bound(c->Name());
+    auto bad = [&](const std::string& what, const QString& shown, const std::string& model) {
+      out.push_back(c->Name() + " " + what + ": widget '" + shown.toStdString() + "', model '" + model + "'");
+    };
+    if (auto* m = dynamic_cast<ui::MenuItem*>(c)) {
+      QAction* a = qobject_cast<QAction*>(o);
+      if (auto* menu = qobject_cast<QMenu*>(o)) a = menu->menuAction();
+      if (!a) continue;
+      if (a->text() != Q(m->Caption())) bad("caption", a->text(), m->Caption());
+      if (a->isVisible() != m->Visible()) bad("visible", a->isVisible() ? "shown" : "hidden", m->Visible() ? "shown" : "hidden");
+      // A hidden action reports itself disabled whatever it was set to.
+      if (m->Visible() && a->isEnabled() != m->Enabled())
+        bad("enabled", a->isEnabled() ? "yes" : "no", m->Enabled() ? "yes" : "no");
+      if (a->isChecked() != m->Checked()) bad("checked", a->isChecked() ? "yes" : "no", m->Checked() ? "yes" : "no");
+      continue;
+    }
+    auto* w = qobject_cast<QWidget*>(o);
+    if (!w) continue;
+    if (w->isHidden() == c->Visible()) bad("visible", w->isHidden() ? "hidden" : "shown", c->Visible() ? "shown" : "hidden");
+    if (auto* t = dynamic_cast<ui::TextBox*>(c)) {
+      if (auto* le = qobject_cast<QLineEdit*>(w); le && le->text() != Q(t->Text())) bad("text", le->text(), t->Text());
+    } else if (auto* l = dynamic_cast<ui::Label*>(c)) {
+      if (auto* ql = qobject_cast<QLabel*>(w); ql && ql->text() != Q(l->Caption())) bad("caption", ql->text(), l->Caption());
+    } else if (auto* chk = dynamic_cast<ui::CheckBox*>(c)) {
+      auto* qc = qobject_cast<QCheckBox*>(w);
+      if (qc && qc->isChecked() != (chk->Value() == 1)) bad("value", qc->isChecked() ? "1" : "0", std::to_string(chk->Value()));
+    } else if (auto* list = dynamic_cast<ui::ListControl*>(c)) {
+      auto* cb = qobject_cast<QComboBox*>(w);
+      if (cb && cb->currentIndex() != list->ListIndex())
+        bad("index", QString::number(cb->currentIndex()), std::to_string(list->ListIndex()));
+      if (cb && cb->count() != list->ListCount()) bad("items", QString::number(cb->count()), std::to_string(list->ListCount()));
+    } else if (auto* cmd = dynamic_cast<ui::CommandButton*>(c)) {
+      auto* b = qobject_cast<QPushButton*>(w);
+      if (b && b->text() != Q(cmd->Caption())) bad("caption", b->text(), cmd->Caption());
+    }
+  }
+  return out;
+}
+
+class AmpdeskWindow : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(dir_.isValid());
+    qputenv("AMPSIM", AMPSIM_EXE);
+  }
+  DesktopOptions Demo(const std::string& profile) {
+    DesktopOptions o;
+    o.demo = true;
+    o.demoProfile = profile;
+    o.settingsFile = SettingsPath();
+    return o;
+  }
+  std::string SettingsPath() const { return dir_.filePath("AmpDesk.ini").toStdString(); }
+  static bool SessionUp(DesktopApp& app) {
+    return app.desk().frmMain.btnConnect.Caption() == "Disconnect" && !app.desk().frmMain.txtFdBm.Text().empty();
+  }
+  QTemporaryDir dir_;
+};
+
+TEST_F(AmpdeskWindow, ADemoSessionFillsTheWindowWithWhatThePanelModelHolds) {
+  for (const char* profile : {"twta127", "sspa120"}) {
+    SCOPED_TRACE(profile);
+    DesktopApp app(Demo(profile));
+    int ends = 0;
+    app.onEnd = [&] { ++ends; };
+    std::string error;
+    ASSERT_TRUE(app.Start(&error)) << error;
+    ASSERT_TRUE(PumpUntil([&] { return SessionUp(app); }, 20000)) << "no session with the simulated unit";
+    // A few polls go by; the window follows each of them.
+    PumpUntil([] { return false; }, 3000);
+
+    ui::FrmMain& f = app.desk().frmMain;
+    MainWindow& w = app.window();
+    EXPECT_EQ(MismatchesBetweenModelAndWindow(app), std::vector<std::string>{});
+    EXPECT_EQ(w.findChild<QLineEdit*>("txtFdBm")->text(), Q(f.txtFdBm.Text()));
+    EXPECT_EQ(w.windowTitle(), Q(f.Caption()));
+    const bool twta = std::string(profile) == "twta127";
+    EXPECT_EQ(w.findChild<QLabel*>("lblUnitTempType")->text(), twta ? "TWTA" : "SSPA");
+    EXPECT_EQ(w.findChild<QGroupBox*>("Frame30")->isHidden(), !twta) << "the tube readouts belong to a tube unit";
+    EXPECT_TRUE(w.findChild<QLabel*>("Label33")->isVisible());  // Remote or Local
+    EXPECT_EQ(ends, 0);
+  }
+}
+
+TEST_F(AmpdeskWindow, TheConnectButtonEndsTheSessionAndClosingTheWindowUnloadsAndSaves) {
+  // The operator's stored target: the demo must not replace it.
+  {
+    QSettings stored(dir_.filePath("AmpDesk.ini"), QSettings::IniFormat);
+    stored.setValue("Settings/UseIP", "10.1.2.3");
+    stored.setValue("Settings/UseEnet", "False");
+    stored.setValue("Settings/EthPort", "2101");
+  }
+  DesktopApp app(Demo("sspa120"));
+  int ends = 0;
+  app.onEnd = [&] { ++ends; };
+  std::string error;
+  ASSERT_TRUE(app.Start(&error)) << error;
+  ASSERT_TRUE(PumpUntil([&] { return SessionUp(app); }, 20000));
+  auto* connect = app.window().findChild<QPushButton*>("btnConnect");
+  EXPECT_EQ(connect->text(), "Disconnect");
+
+  connect->click();
+  EXPECT_EQ(connect->text(), "Connect");
+  EXPECT_EQ(app.window().findChild<QLineEdit*>("txtFdBm")->text(), "");
+  EXPECT_FALSE(app.window().findChild<QLineEdit*>("txtAtnDB")->isEnabled());
+
+  // The dBm/Watts choice is the operator's and is kept.
+  app.window().findChild<QAction*>("mnuWatts")->trigger();
+  app.window().close();
+  EXPECT_EQ(ends, 1);
+  EXPECT_TRUE(app.desk().Unloaded());
+  QSettings saved(dir_.filePath("AmpDesk.ini"), QSettings::IniFormat);
+  EXPECT_EQ(saved.value("Settings/UseIP").toString(), "10.1.2.3");
+  EXPECT_EQ(saved.value("Settings/UseEnet").toString(), "False");
+  EXPECT_EQ(saved.value("Settings/EthPort").toString(), "2101");
+  EXPECT_TRUE(saved.contains("Settings/UnitsSetting"));
+}
+
+TEST_F(AmpdeskWindow, ASerialDeviceNamedOnTheCommandLineIsFoundAndPolled) {
+  SimProcess sim;
+  std::string error;
+  ASSERT_TRUE(sim.Start(AMPSIM_EXE, {"--tcp", "127.0.0.1:0", "--serial"}, &error)) << error;
+  ASSERT_FALSE(sim.SerialPath().empty());
+  // Found by the search, then by polling the one address given.
+  for (const char* address : {"", "A"}) {
+    SCOPED_TRACE(std::string("address '") + address + "'");
+    DesktopOptions o;
+    o.serialDevice = sim.SerialPath();
+    o.settingsFile = SettingsPath();
+    o.address = address;
+    DesktopApp app(o);
+    app.onEnd = [] {};
+    ASSERT_TRUE(app.Start(&error)) << error;
+    ASSERT_TRUE(PumpUntil([&] { return SessionUp(app); }, 30000)) << "the unit on " << sim.SerialPath() << " was not found";
+    EXPECT_EQ(MismatchesBetweenModelAndWindow(app), std::vector<std::string>{});
+    // The slot the device went into is the one the menu shows checked.
+    int checked = 0;
+    for (int i = 0; i < 10; ++i)
+      if (app.window().findChild<QAction*>(QString("mnuComPort_%1").arg(i))->isChecked()) ++checked;
+    EXPECT_EQ(checked, 1);
+    EXPECT_EQ(app.window().findChild<QAction*>("mnuPollEn")->isChecked(), *address != 0);
+    app.window().close();
+  }
+}
+
+TEST_F(AmpdeskWindow, WithoutAUnitThePanelWaitsAndTheAboutBoxOpensFromTheHelpMenu) {
+  DesktopOptions o;
+  o.settingsFile = SettingsPath();
+  DesktopApp app(o);
+  app.onEnd = [] {};
+  std::string error;
+  ASSERT_TRUE(app.Start(&error)) << error;
+  PumpUntil([] { return false; }, 300);
+  auto* connect = app.window().findChild<QPushButton*>("btnConnect");
+  EXPECT_EQ(connect->text(), "Connect");
+  EXPECT_FALSE(app.window().findChild<QLineEdit*>("txtAtnDB")->isEnabled());
+
+  std::string title, version;
+  auto acted = test::WhenModalAppears([&](QWidget* w) {
+    title = w->windowTitle().toStdString();
+    version = w->findChild<QLabel*>("lblVersion")->text().toStdString();
+    w->findChild<QPushButton*>("cmdOK")->click();
+  });
+  app.window().findChild<QAction*>("mnuHelpAbout")->trigger();
+  EXPECT_TRUE(*acted);
+  EXPECT_EQ(title, "About AmpDesk");
+  EXPECT_EQ(version.rfind("Version ", 0), 0u) << version;
+  EXPECT_FALSE(app.desk().frmAbout.Loaded());
+  EXPECT_EQ(app.dialogs().ActiveFormWindow(), nullptr);
+}
+
+TEST(AmpdeskOptions, ReadsEachOptionAndRefusesWhatMakesNoSense) {
+  struct Case {
+    std::vector<std::string> args;
+    std::string error;  // part of the expected message; "" for none
+  };
+  const Case cases[] = {
+      {{}, ""},
+      {{"--demo"}, ""},
+      {{"--demo", "twta127", "--screenshot", "/tmp/x.png", "--after", "6000"}, ""},
+      {{"--tcp", "192.0.2.10"}, ""},
+      {{"--tcp", "192.0.2.10:2101", "--settings-file", "/tmp/a.ini", "--trace", "-"}, ""},
+      {{"--serial", "COM3"}, ""},
+      {{"--serial", "/dev/ttyUSB0"}, ""},
+      {{"--demo", "--tcp", "192.0.2.10"}, "at most one"},
+      {{"--tcp", "192.0.2.10", "--serial", "COM1"}, "at most one"},
+      {{"--tcp", "192.0.2.10:0"}, "bad TCP port"},
+      {{"--tcp", "192.0.2.10:70000"}, "bad TCP port"},
+      {{"--tcp", ":2000"}, "needs a host"},
+      {{"--tcp"}, "needs a value"},
+      {{"--serial", "COM11"}, "bad serial port"},
+      {{"--after", "100"}, "goes with --screenshot"},
+      {{"--screenshot", "x.png", "--after", "soon"}, "milliseconds"},
+      {{"--colour"}, "unknown argument"},
+      {{"--serial", "COM2", "--settings", "19200,N,8,1", "--address", "B"}, ""},
+      {{"--serial", "COM2", "--settings", "19200"}, "bad line settings"},
+      {{"--serial", "COM2", "--address", "b"}, "bad address"},
+      {{"--tcp", "192.0.2.10", "--address", "B"}, "go with --serial"},
+  };
+  for (const Case& c : cases) {
+    DesktopOptions o;
+    const std::string err = ParseDesktopOptions(c.args, o);
+    std::string joined;
+    for (const auto& a : c.args) joined += a + " ";
+    if (c.error.empty()) {
+      EXPECT_EQ(err, "") << joined;
+    } else {
+      EXPECT_NE(err.find(c.error), std::string::npos) << joined << "gave '" << err << "'";
+    }
+  }
+  DesktopOptions o;
+  ASSERT_EQ(ParseDesktopOptions({"--demo", "dualtwt108", "--tcp-later"}, o), "unknown argument '--tcp-later'");
+  DesktopOptions d;
+  ASSERT_EQ(ParseDesktopOptions({"--demo", "dualtwt108", "--screenshot", "s.png", "--after", "250"}, d), "");
+  EXPECT_TRUE(d.demo);
+  EXPECT_EQ(d.demoProfile, "dualtwt108");
+  EXPECT_EQ(d.screenshot, "s.png");
+  EXPECT_EQ(d.screenshotAfterMs, 250);
+  DesktopOptions t;
+  ASSERT_EQ(ParseDesktopOptions({"--tcp", "127.0.0.1:2101"}, t), "");
+  EXPECT_EQ(t.tcpHost, "127.0.0.1");
+  EXPECT_EQ(t.tcpPort, 2101);
+}
+
+// The program itself, as scripts and the documentation run it.
+class AmpdeskProgram : public ::testing::Test {
+ protected:
+  int Run(const QStringList& args, QString* err = nullptr, int ms = 30000) {
+    QProcess p;
+    auto env = QProcessEnvironment::systemEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    env.insert("AMPSIM", AMPSIM_EXE);
+    p.setProcessEnvironment(env);
+    p.start(AMPDESK_EXE, args);
+    if (!p.waitForFinished(ms)) {
+      p.kill();
+      p.waitForFinished(3000);
+      return -1;
+    }
+    if (err) *err = QString::fromLocal8Bit(p.readAllStandardError());
+    return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -2;
+  }
+};
+
+TEST_F(AmpdeskProgram, HelpBadArgumentsAndAScreenshotOfADemoSession) {
+  EXPECT_EQ(Run({"--help"}), 0);
+  QString err;
+  EXPECT_EQ(Run({"--tcp", "192.0.2.10", "--demo"}, &err), 2);
+  EXPECT_TRUE(err.contains("at most one")) << err.toStdString();
+  EXPECT_EQ(Run({"--demo", "nosuchunit", "--screenshot", "/dev/null"}, &err), 1);
+  EXPECT_TRUE(err.contains("simulated amplifier")) << err.toStdString();
+
+  QTemporaryDir dir;
+  ASSERT_TRUE(dir.isValid());
+  const QString png = dir.filePath("panel.png");
+  EXPECT_EQ(Run({"--demo", "twta127", "--settings-file", dir.filePath("s.ini"), "--screenshot", png, "--after", "4000"}, &err), 0)
+      << err.toStdString();
+  QImage shot(png);
+  ASSERT_FALSE(shot.isNull());
+  EXPECT_GE(shot.width(), 1000);
+  EXPECT_GE(shot.height(), 600);
+  // The settings of that run went to the file named, not the user's.
+  EXPECT_TRUE(QFile::exists(dir.filePath("s.ini")));
+
+  EXPECT_EQ(Run({"--demo", "--screenshot", dir.filePath("no/such/folder/x.png"), "--after", "200"}, &err), 1);
+  EXPECT_TRUE(err.contains("cannot save the screenshot")) << err.toStdString();
+}
+
+}  // namespace
+}  // namespace amp

@@ -1,0 +1,481 @@
+// FormBinder against the main window and a bare panel model: the .ui file
+// covers the model, model changes show in the widgets, operator actions reach
+// the model's hooks, and the binder's own widget writes never come back.
+#include <QAction>
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QStyle>
+#include <QStyleOptionSpinBox>
+#include <QTest>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "display/frm_about.h"
+#include "display/frm_com.h"
+#include "qt/forms.h"
+#include "qt/qt_dialogs.h"
+#include "ui_test_support.h"
+
+namespace amp {
+namespace {
+
+using test::BoundPanel;
+using test::PumpUntil;
+
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+
+// Brings the window up and active so that focus and key events flow.
+void ShowActive(QWidget& w) {
+  w.show();
+  w.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&w, 3000));
+}
+
+// The labels of a status list from top to bottom, as the layout holds them.
+std::vector<std::string> ShownRows(QWidget* box) {
+  std::vector<std::string> names;
+  auto* layout = box->layout();
+  for (int i = 0; i < layout->count(); ++i) {
+    auto* l = qobject_cast<QLabel*>(layout->itemAt(i)->widget());
+    if (l && !l->isHidden()) names.push_back(l->objectName().toStdString());
+  }
+  return names;
+}
+
+QPoint SpinArrow(QSpinBox* sb, QStyle::SubControl which) {
+  QStyleOptionSpinBox opt;
+  opt.initFrom(sb);
+  opt.rect = sb->rect();
+  opt.frame = sb->hasFrame();
+  opt.subControls = QStyle::SC_All;
+  opt.buttonSymbols = sb->buttonSymbols();
+  opt.stepEnabled = QAbstractSpinBox::StepUpEnabled | QAbstractSpinBox::StepDownEnabled;
+  return sb->style()->subControlRect(QStyle::CC_SpinBox, &opt, which, sb).center();
+}
+
+TEST(FormBinderMainWindow, EveryControlOfThePanelHasItsWidget) {
+  BoundPanel p;
+  EXPECT_EQ(p.binder->Unbound(), std::vector<std::string>{});
+  // Arrays use Base_N; menus with entries are menus, the rest actions.
+  EXPECT_EQ(p.binder->Bound("FaultAbit(3)"), p.Widget<QLabel>("FaultAbit_3"));
+  EXPECT_EQ(p.binder->Bound("mnuComPort(9)"), p.Widget<QAction>("mnuComPort_9"));
+  EXPECT_NE(p.Widget<QMenu>("mnuFaultLog"), nullptr);
+  EXPECT_EQ(FormBinder::ObjectNameFor(p.f.mnuCalTables[7]), "mnuCalTables_7");
+  EXPECT_EQ(FormBinder::ObjectNameFor(p.f.txtFdBm), "txtFdBm");
+  // Frames of the model are the group boxes that hold their controls.
+  for (const char* frame : {"Frame30", "Frame14", "Frame20", "Frame27", "fraRF", "fraTrips", "fraBand",
+                            "fraWaveguide", "fraTemp", "fraUnit", "fraFaults", "fraAlarms", "fraSummary"})
+    EXPECT_NE(p.Widget<QGroupBox>(frame), nullptr) << frame;
+  EXPECT_TRUE(p.Widget<QGroupBox>("Frame30")->isAncestorOf(p.Widget<QLineEdit>("txtHelixV")));
+  EXPECT_TRUE(p.Widget<QGroupBox>("fraRF")->isAncestorOf(p.Widget<QLineEdit>("txtFdBm")));
+  EXPECT_TRUE(p.Widget<QGroupBox>("Frame14")->isAncestorOf(p.Widget<QLineEdit>("txtCS4")));
+}
+
+TEST(FormBinderDialogWindows, EveryControlOfEachDialogHasItsWidget) {
+  QtDialogs dialogs;
+  RegisterDialogWindows(dialogs);
+  ui::FrmCom com;
+  ui::FrmAbout about;
+  for (ui::Form* form : std::initializer_list<ui::Form*>{&com, &about}) {
+    SCOPED_TRACE(form->Name());
+    std::unique_ptr<QWidget> w = dialogs.BuildWindow(form->Name(), nullptr);
+    ASSERT_NE(w, nullptr);
+    FormBinder binder(*form, w.get());
+    EXPECT_EQ(binder.Unbound(), std::vector<std::string>{});
+    EXPECT_EQ(w->windowTitle(), Q(form->Caption()));
+  }
+  EXPECT_EQ(dialogs.BuildWindow("frmNoSuchDialog", nullptr), nullptr);
+}
+
+TEST(FormBinderDialogWindows, OptionButtonsFollowTheirModelGroupsNotTheirParents) {
+  QtDialogs dialogs;
+  RegisterDialogWindows(dialogs);
+  ui::FrmCom com;
+  std::unique_ptr<QWidget> w = dialogs.BuildWindow("frmCom", nullptr);
+  FormBinder binder(com, w.get());
+  std::vector<std::string> clicks;
+  for (int i = 0; i < 3; ++i) com.optParity[i].Click = [&clicks, i] { clicks.push_back("parity " + std::to_string(i)); };
+  com.optParity[0].SetValue(true);
+  com.optDataBits[1].SetValue(true);
+  clicks.clear();
+  w->show();
+  auto* odd = w->findChild<QRadioButton*>("optParity_2");
+  QTest::mouseClick(odd, Qt::LeftButton);
+  QTest::mouseClick(odd, Qt::LeftButton);  // already set: stays set, no second Click
+  EXPECT_EQ(clicks, (std::vector<std::string>{"parity 2"}));
+  EXPECT_TRUE(com.optParity[2].Value());
+  EXPECT_FALSE(com.optParity[0].Value());
+  EXPECT_FALSE(w->findChild<QRadioButton*>("optParity_0")->isChecked());
+  EXPECT_TRUE(odd->isChecked());
+  EXPECT_TRUE(w->findChild<QRadioButton*>("optDataBits_1")->isChecked()) << "another group is left alone";
+}
+
+TEST(FormBinderMainWindow, DesignCaptionsOfTheModelAreShownAtBind) {
+  BoundPanel p;
+  EXPECT_EQ(p.w.windowTitle(), "AmpDesk Control Utility");
+  EXPECT_EQ(p.Widget<QPushButton>("btnConnect")->text(), "Connect");
+  EXPECT_EQ(p.Widget<QGroupBox>("fraFaults")->title(), "Fault Status");
+  EXPECT_EQ(p.Widget<QCheckBox>("chkPS")->text(), "Transmitter ON");
+  EXPECT_EQ(p.Widget<QComboBox>("cmbWgCfg")->count(), p.f.cmbWgCfg.ListCount());
+  EXPECT_EQ(p.Widget<QComboBox>("cmbWgCfg")->currentIndex(), -1);
+  EXPECT_EQ(p.Widget<QAction>("mnuCalTables_3")->text(), Q(p.f.mnuCalTables[3].Caption()));
+  EXPECT_EQ(p.Widget<QMenu>("mnuComm")->title(), "Communication");
+}
+
+TEST(FormBinderModelToWidget, PropertiesOfEachKindOfControlFollowTheModel) {
+  BoundPanel p;
+  ui::FrmMain& f = p.f;
+
+  f.txtFdBm.SetText("58.8");
+  f.txtAtnDB.SetLocked(true);
+  f.txtAtnDB.SetBackColor(ui::RGB(255, 255, 0));
+  EXPECT_EQ(p.Widget<QLineEdit>("txtFdBm")->text(), "58.8");
+  EXPECT_TRUE(p.Widget<QLineEdit>("txtAtnDB")->isReadOnly());
+  EXPECT_EQ(p.Widget<QLineEdit>("txtAtnDB")->palette().color(QPalette::Active, QPalette::Base), QColor(255, 255, 0));
+  f.txtAtnDB.SetLocked(false);
+  f.txtAtnDB.SetBackColor(0xFFFFFF);
+  EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isReadOnly());
+  EXPECT_NE(p.Widget<QLineEdit>("txtAtnDB")->palette().color(QPalette::Active, QPalette::Base), QColor(255, 255, 0));
+  // A readout that is read-only by design stays so whatever Locked says.
+  EXPECT_TRUE(p.Widget<QLineEdit>("txtFdBm")->isReadOnly());
+
+  f.Label31.SetCaption("HV On");
+  f.Label31.SetForeColor(ui::QBColor(2));
+  f.Label12.SetVisible(false);
+  EXPECT_EQ(p.Widget<QLabel>("Label31")->text(), "HV On");
+  auto* state = p.Widget<QLabel>("Label31");
+  EXPECT_EQ(state->palette().color(QPalette::Active, state->foregroundRole()), QColor(0, 128, 0))
+      << "the colour the label is drawn with, on whatever background it sits";
+  EXPECT_TRUE(p.Widget<QLabel>("Label12")->isHidden());
+
+  f.chkRFI.SetValue(1);
+  EXPECT_TRUE(p.Widget<QCheckBox>("chkRFI")->isChecked());
+  f.chkRFI.SetValue(2);
+  EXPECT_EQ(p.Widget<QCheckBox>("chkRFI")->checkState(), Qt::PartiallyChecked);
+
+  f.cmbRfBand.AddItem("Ku 13.75-14.5");
+  f.cmbRfBand.AddItem("Ku 12.75-13.25");
+  f.cmbRfBand.SetListIndex(1);
+  auto* band = p.Widget<QComboBox>("cmbRfBand");
+  ASSERT_EQ(band->count(), 2);
+  EXPECT_EQ(band->currentIndex(), 1);
+  f.cmbRfBand.RemoveItem(0);
+  EXPECT_EQ(band->count(), 1);
+  EXPECT_EQ(band->currentIndex(), 0);
+
+  f.Frame30.SetVisible(false);
+  f.Frame27.SetEnabled(false);
+  EXPECT_TRUE(p.Widget<QGroupBox>("Frame30")->isHidden());
+  EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isEnabled());  // inside the disabled frame
+  f.Frame27.SetEnabled(true);
+  f.txtAtnDB.SetEnabled(false);
+  f.Frame27.SetEnabled(false);
+  f.Frame27.SetEnabled(true);
+  EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isEnabled()) << "the field's own setting outlives its frame's";
+
+  f.mnuUseEnet.SetChecked(true);
+  f.mnuPLog.SetVisible(false);
+  f.mnuSaveAs.SetEnabled(false);
+  f.mnuCom.SetCaption("Serial Port:   COM3");
+  EXPECT_TRUE(p.Widget<QAction>("mnuUseEnet")->isChecked());
+  EXPECT_FALSE(p.Widget<QAction>("mnuPLog")->isVisible());
+  EXPECT_FALSE(p.Widget<QAction>("mnuSaveAs")->isEnabled());
+  EXPECT_EQ(p.Widget<QMenu>("mnuCom")->title(), "Serial Port:   COM3");
+  // An unchecked entry shows no check box at all.
+  f.mnuUseEnet.SetChecked(false);
+  EXPECT_FALSE(p.Widget<QAction>("mnuUseEnet")->isCheckable());
+
+  f.SetCaption("AmpDesk Control Utility - SSPA");
+  EXPECT_EQ(p.w.windowTitle(), "AmpDesk Control Utility - SSPA");
+
+  f.sbStatusBar.SetPanelText(0, "Searching: A, 9600,N,8,1");
+  ASSERT_NE(p.binder->StatusPanel("sbStatusBar", 0), nullptr);
+  EXPECT_EQ(p.binder->StatusPanel("sbStatusBar", 0)->text(), "Searching: A, 9600,N,8,1");
+  EXPECT_NE(p.binder->StatusPanel("sbStatusBar", 1), nullptr);
+  EXPECT_EQ(p.binder->StatusPanel("sbStatusBar", 2), nullptr);
+
+  f.UpDown3.SetRange(0, 4096);
+  EXPECT_EQ(p.Widget<QSpinBox>("UpDown3")->maximum(), 4096);
+}
+
+TEST(FormBinderModelToWidget, StatusListsStackTheirShownLabelsByRow) {
+  BoundPanel p;
+  ui::FrmMain& f = p.f;
+  for (int w = 0; w < 4; ++w)
+    for (int i = 0; i < 6; ++i) f.FaultWord(w)[i].SetVisible(false);
+  f.NoFaults.SetVisible(false);
+
+  f.FaultBbit[1].SetTop(0);
+  f.FaultBbit[1].SetVisible(true);
+  f.FaultAbit[3].SetTop(1);
+  f.FaultAbit[3].SetVisible(true);
+  f.FaultDbit[0].SetTop(2);
+  f.FaultDbit[0].SetVisible(true);
+  QWidget* box = p.Widget<QLabel>("FaultAbit_0")->parentWidget();
+  ASSERT_TRUE(box->property("rowsByTop").toBool());
+  EXPECT_TRUE(p.Widget<QGroupBox>("fraFaults")->isAncestorOf(box));
+  EXPECT_EQ(ShownRows(box), (std::vector<std::string>{"FaultBbit_1", "FaultAbit_3", "FaultDbit_0"}));
+
+  // The next poll moves a label up: the order follows.
+  f.FaultBbit[1].SetVisible(false);
+  f.FaultDbit[0].SetTop(0);
+  EXPECT_EQ(ShownRows(box), (std::vector<std::string>{"FaultDbit_0", "FaultAbit_3"}));
+  // Two labels on one row (a label the last poll left shown) both stay readable.
+  f.FaultAbit[3].SetTop(0);
+  EXPECT_EQ(ShownRows(box), (std::vector<std::string>{"FaultAbit_3", "FaultDbit_0"}));
+  // The stretch that keeps the rows at the top stays below them.
+  auto* layout = box->layout();
+  EXPECT_NE(layout->itemAt(layout->count() - 1)->spacerItem(), nullptr);
+}
+
+TEST(FormBinderWidgetToModel, ClicksReachTheHooksAndSetValuesFirst) {
+  BoundPanel p;
+  ui::FrmMain& f = p.f;
+  std::vector<std::string> events;
+  f.btnConnect.Click = [&] { events.push_back("connect"); };
+  f.chkPS.Click = [&] { events.push_back("chkPS=" + std::to_string(f.chkPS.Value())); };
+  f.cmbWgSw1.Click = [&] { events.push_back("sw1=" + std::to_string(f.cmbWgSw1.ListIndex())); };
+  f.mnuUseEnet.Click = [&] {
+    events.push_back("useEnet");
+    f.mnuUseEnet.SetChecked(!f.mnuUseEnet.Checked());
+  };
+  f.mnuWatts.Click = [&] { events.push_back("watts"); };  // leaves its mark alone
+  f.lblSBandFrq.DblClick = [&] { events.push_back("subband dblclick"); };
+  f.lblSBandFrq.Click = [&] { events.push_back("subband click"); };
+  ShowActive(p.w);
+
+  f.chkPS.SetValue(2);
+  events.clear();
+  QTest::mouseClick(p.Widget<QPushButton>("btnConnect"), Qt::LeftButton);
+  QTest::mouseClick(p.Widget<QCheckBox>("chkPS"), Qt::LeftButton);  // grayed: checks it
+  auto* sw1 = p.Widget<QComboBox>("cmbWgSw1");
+  sw1->activated(1);  // what the list emits when the operator picks an entry
+  sw1->activated(1);  // the same entry again changes nothing
+  p.Widget<QAction>("mnuUseEnet")->trigger();
+  p.Widget<QAction>("mnuWatts")->trigger();
+  f.lblSBandFrq.SetCaption("14000 - 14250");
+  // QTest's double click is the double-click event alone; the first click
+  // of a real double click comes before it.
+  QTest::mouseClick(p.Widget<QLabel>("lblSBandFrq"), Qt::LeftButton);
+  QTest::mouseDClick(p.Widget<QLabel>("lblSBandFrq"), Qt::LeftButton);
+
+  EXPECT_EQ(events, (std::vector<std::string>{"connect", "chkPS=1", "sw1=1", "useEnet", "watts", "subband click",
+                                              "subband dblclick"}));
+  EXPECT_EQ(p.Widget<QCheckBox>("chkPS")->checkState(), Qt::Checked);
+  EXPECT_EQ(f.cmbWgSw1.ListIndex(), 1);
+  EXPECT_TRUE(p.Widget<QAction>("mnuUseEnet")->isChecked());
+  // The action toggled itself when triggered; the model, which did not
+  // check it, wins.
+  EXPECT_FALSE(p.Widget<QAction>("mnuWatts")->isChecked());
+}
+
+TEST(FormBinderWidgetToModel, ClicksToggleACheckBox) {
+  BoundPanel p;
+  std::vector<int> values;
+  p.f.chkPS.Click = [&] { values.push_back(p.f.chkPS.Value()); };
+  ShowActive(p.w);
+  QTest::mouseClick(p.Widget<QCheckBox>("chkPS"), Qt::LeftButton);
+  QTest::mouseClick(p.Widget<QCheckBox>("chkPS"), Qt::LeftButton);
+  EXPECT_EQ(values, (std::vector<int>{1, 0}));
+}
+
+TEST(FormBinderWidgetToModel, AHandlerThatRefusesAClickPutsTheBoxBack) {
+  BoundPanel p;
+  // As a handler does when the unit is not in remote mode.
+  bool inHandler = false;
+  p.f.chkRFI.Click = [&] {
+    if (inHandler) return;
+    inHandler = true;
+    p.f.chkRFI.SetValue(0);
+    inHandler = false;
+  };
+  ShowActive(p.w);
+  QTest::mouseClick(p.Widget<QCheckBox>("chkRFI"), Qt::LeftButton);
+  EXPECT_EQ(p.f.chkRFI.Value(), 0);
+  EXPECT_FALSE(p.Widget<QCheckBox>("chkRFI")->isChecked());
+}
+
+TEST(FormBinderWidgetToModel, KeysPassThroughKeyPressAndAreDroppedOrReplaced) {
+  BoundPanel p;
+  ui::FrmMain& f = p.f;
+  std::vector<int> seen;
+  // A numeric field: digits, "." and Backspace pass; Enter is handled; the rest is dropped.
+  f.txtAtnDB.KeyPress = [&](int& k) {
+    seen.push_back(k);
+    if (k == 13) {
+      f.txtFdBm.SetText("sent " + f.txtAtnDB.Text());
+      k = 0;
+    } else if (k != 8 && k != '.' && (k < '0' || k > '9')) {
+      k = 0;
+    }
+  };
+  // An address field raises small letters to capitals.
+  f.txtAdr.KeyPress = [&](int& k) {
+    if (k >= 'a' && k <= 'z') k -= 32;
+  };
+  int changes = 0;
+  f.txtAtnDB.Change = [&] { ++changes; };
+  ShowActive(p.w);
+  auto* atn = p.Widget<QLineEdit>("txtAtnDB");
+  atn->setFocus();
+
+  QTest::keyClicks(atn, "1x2.5");
+  EXPECT_EQ(atn->text(), "12.5");
+  EXPECT_EQ(f.txtAtnDB.Text(), "12.5");
+  EXPECT_EQ(changes, 4);
+  QTest::keyClick(atn, Qt::Key_Backspace);
+  QTest::keyClick(atn, Qt::Key_Return);
+  EXPECT_EQ(f.txtAtnDB.Text(), "12.");
+  EXPECT_EQ(f.txtFdBm.Text(), "sent 12.");
+  EXPECT_EQ(seen, (std::vector<int>{'1', 'x', '2', '.', '5', 8, 13}));
+  // Keys without a character (arrows) are not KeyPress events.
+  QTest::keyClick(atn, Qt::Key_Left);
+  EXPECT_EQ(seen.size(), 7u);
+
+  auto* adr = p.Widget<QLineEdit>("txtAdr");
+  adr->setFocus();
+  QTest::keyClicks(adr, "b");
+  EXPECT_EQ(adr->text(), "B");
+  EXPECT_EQ(f.txtAdr.Text(), "B");
+}
+
+TEST(FormBinderWidgetToModel, FocusMovesReportLostFocusBeforeGotFocusAndValidateCanHoldIt) {
+  BoundPanel p;
+  ui::FrmMain& f = p.f;
+  std::vector<std::string> events;
+  bool refuse = false;
+  f.txtDateTime.GotFocus = [&] { events.push_back("clock got"); };
+  f.txtDateTime.Validate = [&](bool& cancel) {
+    events.push_back("clock validate");
+    cancel = refuse;
+  };
+  f.txtDateTime.LostFocus = [&] { events.push_back("clock lost"); };
+  f.txtSN.GotFocus = [&] { events.push_back("sn got"); };
+  f.txtSN.LostFocus = [&] { events.push_back("sn lost"); };
+  ShowActive(p.w);
+  auto* clock = p.Widget<QLineEdit>("txtDateTime");
+  auto* sn = p.Widget<QLineEdit>("txtSN");
+
+  clock->setFocus(Qt::MouseFocusReason);
+  sn->setFocus(Qt::MouseFocusReason);
+  EXPECT_EQ(events, (std::vector<std::string>{"clock got", "clock validate", "clock lost", "sn got"}));
+
+  clock->setFocus(Qt::MouseFocusReason);
+  events.clear();
+  refuse = true;
+  sn->setFocus(Qt::TabFocusReason);
+  ASSERT_TRUE(PumpUntil([&] { return clock->hasFocus(); }, 2000));
+  PumpUntil([] { return false; }, 50);
+  EXPECT_EQ(events, (std::vector<std::string>{"clock validate"}))
+      << "the round trip back to the field is not reported";
+
+  refuse = false;
+  events.clear();
+  sn->setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(events, (std::vector<std::string>{"clock validate", "clock lost", "sn got"}));
+}
+
+TEST(FormBinderWidgetToModel, UpDownArrowsRaiseUpAndDownClicksWithoutSteppingTheBox) {
+  BoundPanel p;
+  std::vector<std::string> events;
+  p.f.UpDown1.UpClick = [&] { events.push_back("up"); };
+  p.f.UpDown1.DownClick = [&] { events.push_back("down"); };
+  p.f.UpDown1.SetRange(0, 10);
+  p.f.UpDown1.SetValue(10);
+  ShowActive(p.w);
+  auto* sb = p.Widget<QSpinBox>("UpDown1");
+  ASSERT_GT(sb->width(), 0);
+
+  QTest::mouseClick(sb, Qt::LeftButton, {}, SpinArrow(sb, QStyle::SC_SpinBoxUp));  // at the top already
+  QTest::mouseClick(sb, Qt::LeftButton, {}, SpinArrow(sb, QStyle::SC_SpinBoxDown));
+  QTest::keyClick(sb, Qt::Key_Up);
+  EXPECT_EQ(events, (std::vector<std::string>{"up", "down", "up"}));
+  EXPECT_EQ(sb->value(), 10);
+  EXPECT_EQ(p.f.UpDown1.Value(), 10);
+
+  p.f.UpDown1.SetEnabled(false);
+  QTest::mouseClick(sb, Qt::LeftButton, {}, SpinArrow(sb, QStyle::SC_SpinBoxUp));
+  EXPECT_EQ(events.size(), 3u);
+}
+
+TEST(FormBinderEcho, WritesOfTheModelRaiseTheirEventsOnceAndNoneComesBack) {
+  BoundPanel p;
+  ui::FrmMain& f = p.f;
+  int clicks = 0, listClicks = 0, changes = 0, menuClicks = 0;
+  f.chkConstPwr.Click = [&] { ++clicks; };
+  f.cmbFhiTripType.Click = [&] { ++listClicks; };
+  f.txtConstLvl.Change = [&] { ++changes; };
+  f.mnuRack.Click = [&] { ++menuClicks; };
+  ShowActive(p.w);
+
+  f.chkConstPwr.SetValue(1);
+  f.cmbFhiTripType.SetListIndex(2);
+  f.txtConstLvl.SetText("58.8");
+  f.mnuRack.SetChecked(true);
+  f.chkConstPwr.SetEnabled(false);
+  f.chkConstPwr.SetEnabled(true);
+  f.cmbFhiTripType.AddItem("Latch");
+  p.binder->SyncAll();
+
+  EXPECT_EQ(clicks, 1);
+  EXPECT_EQ(listClicks, 1);
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(menuClicks, 0);
+  EXPECT_TRUE(p.Widget<QCheckBox>("chkConstPwr")->isChecked());
+  EXPECT_EQ(p.Widget<QComboBox>("cmbFhiTripType")->currentIndex(), 2);
+  EXPECT_EQ(p.Widget<QLineEdit>("txtConstLvl")->text(), "58.8");
+}
+
+TEST(FormBinderEcho, ModelWritesToAFocusedFieldRaiseNoFocusEvents) {
+  BoundPanel p;
+  int focusEvents = 0;
+  p.f.txtAtnDB.GotFocus = [&] { ++focusEvents; };
+  p.f.txtAtnDB.LostFocus = [&] { ++focusEvents; };
+  p.f.txtAtnDB.Validate = [&](bool&) { ++focusEvents; };
+  ShowActive(p.w);
+  auto* atn = p.Widget<QLineEdit>("txtAtnDB");
+  atn->setFocus(Qt::MouseFocusReason);
+  focusEvents = 0;
+  // Disabling the field that has the focus moves the focus away: that is the
+  // program's doing, not the operator's.
+  p.f.txtAtnDB.SetEnabled(false);
+  EXPECT_FALSE(atn->hasFocus());
+  EXPECT_EQ(focusEvents, 0);
+}
+
+TEST(FormBinderLifetime, EitherSideMayGoFirst) {
+  {
+    ui::FrmMain f;
+    auto w = std::make_unique<MainWindow>();
+    FormBinder binder(f, w.get());
+    w.reset();
+    f.txtFdBm.SetText("1.0");  // the widgets are gone: nothing to update, no crash
+    f.Label31.SetTop(3);
+    EXPECT_EQ(binder.Bound("txtFdBm"), nullptr);
+  }
+  {
+    ui::FrmMain f;
+    MainWindow w;
+    int clicks = 0;
+    f.btnConnect.Click = [&] { ++clicks; };
+    { FormBinder binder(f, &w); }
+    f.txtFdBm.SetText("2.0");
+    EXPECT_NE(w.findChild<QLineEdit*>("txtFdBm")->text(), "2.0");
+    w.findChild<QPushButton*>("btnConnect")->click();
+    EXPECT_EQ(clicks, 0);
+  }
+}
+
+}  // namespace
+}  // namespace amp

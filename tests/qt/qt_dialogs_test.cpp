@@ -1,0 +1,209 @@
+// QtDialogs: message and input boxes, and modal forms run in a nested event
+// loop until the form is unloaded.
+#include <QAbstractButton>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QVBoxLayout>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "qt/qt_dialogs.h"
+#include "ui_test_support.h"
+
+namespace amp {
+namespace {
+
+using test::WhenModalAppears;
+
+struct FrmTest : ui::Form {
+  FrmTest() : Form("frmTest") {
+    SetCaption("Unit Address");
+    cmdOK.SetCaption("OK");
+  }
+  ui::TextBox txtValue{this, "txtValue"};
+  ui::CommandButton cmdOK{this, "cmdOK"};
+  ui::Label lblInfo{this, "lblInfo"};
+};
+
+std::unique_ptr<QWidget> BuildTestWindow(QWidget* parent) {
+  auto w = std::make_unique<QWidget>(parent);
+  auto* layout = new QVBoxLayout(w.get());
+  auto* info = new QLabel(w.get());
+  info->setObjectName("lblInfo");
+  auto* value = new QLineEdit(w.get());
+  value->setObjectName("txtValue");
+  auto* ok = new QPushButton(w.get());
+  ok->setObjectName("cmdOK");
+  layout->addWidget(info);
+  layout->addWidget(value);
+  layout->addWidget(ok);
+  return w;
+}
+
+bool IsMessageBox(QWidget* w) { return qobject_cast<QMessageBox*>(w) != nullptr; }
+
+void Press(QWidget* box, QMessageBox::StandardButton which) {
+  auto* mb = qobject_cast<QMessageBox*>(box);
+  ASSERT_NE(mb, nullptr);
+  ASSERT_NE(mb->button(which), nullptr);
+  mb->button(which)->click();
+}
+
+TEST(QtDialogsModalForm, RunsLoadShowsTheBoundWindowAndReturnsWhenUnloaded) {
+  QtDialogs dialogs;
+  dialogs.RegisterForm("frmTest", BuildTestWindow);
+  FrmTest form;
+  std::vector<std::string> events;
+  form.Load = [&] {
+    events.push_back(std::string("load, shown=") + (dialogs.ActiveFormWindow()->isVisible() ? "yes" : "no"));
+    form.lblInfo.SetCaption("Enter the new address");
+  };
+  form.cmdOK.Click = [&] {
+    events.push_back("ok with " + form.txtValue.Text());
+    form.Unload();
+  };
+  std::string title, info;
+  auto acted = WhenModalAppears([&](QWidget* w) {
+    title = w->windowTitle().toStdString();
+    info = w->findChild<QLabel*>("lblInfo")->text().toStdString();
+    QTest::keyClicks(w->findChild<QLineEdit*>("txtValue"), "B");
+    w->findChild<QPushButton*>("cmdOK")->click();
+  });
+  dialogs.ShowModal(form);
+  EXPECT_TRUE(*acted);
+  EXPECT_EQ(events, (std::vector<std::string>{"load, shown=no", "ok with B"}));
+  EXPECT_EQ(title, "Unit Address");
+  EXPECT_EQ(info, "Enter the new address");
+  EXPECT_FALSE(form.Loaded());
+  EXPECT_EQ(dialogs.ActiveFormWindow(), nullptr);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST(QtDialogsModalForm, ClosingTheWindowAsksTheFormToUnload) {
+  QtDialogs dialogs;
+  dialogs.RegisterForm("frmTest", BuildTestWindow);
+  FrmTest form;
+  int queries = 0;
+  form.QueryUnload = [&] { ++queries; };
+  auto acted = WhenModalAppears([](QWidget* w) { w->close(); });
+  dialogs.ShowModal(form);
+  EXPECT_TRUE(*acted);
+  EXPECT_EQ(queries, 1);
+  EXPECT_FALSE(form.Loaded());
+}
+
+TEST(QtDialogsModalForm, ALoadThatUnloadsShowsNothing) {
+  QtDialogs dialogs;
+  dialogs.RegisterForm("frmTest", BuildTestWindow);
+  FrmTest form;
+  form.Load = [&] { form.Unload(); };
+  dialogs.ShowModal(form);  // would wait for ever if it ran its loop
+  EXPECT_FALSE(form.Loaded());
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST(QtDialogsModalForm, AFormWithoutAWindowIsReportedNotWaitedFor) {
+  QtDialogs dialogs;
+  FrmTest form;
+  bool loaded = false;
+  form.Load = [&] { loaded = true; };
+  std::string text;
+  auto acted = WhenModalAppears([&](QWidget* w) {
+    text = qobject_cast<QMessageBox*>(w)->text().toStdString();
+    Press(w, QMessageBox::Ok);
+  }, 5000, IsMessageBox);
+  dialogs.ShowModal(form);
+  EXPECT_TRUE(*acted);
+  EXPECT_NE(text.find("frmTest"), std::string::npos);
+  EXPECT_FALSE(loaded);
+}
+
+TEST(QtDialogsModalForm, ABoxFromAHandlerOfTheFormStacksOverIt) {
+  QtDialogs dialogs;
+  dialogs.RegisterForm("frmTest", BuildTestWindow);
+  FrmTest form;
+  MsgResult answer = MsgResult::OK;
+  form.cmdOK.Click = [&] {
+    answer = dialogs.MsgBox("Value out of range.", MsgButtons::YesNo, MsgIcon::Exclamation,
+                            "Parameter Range Error");
+    if (answer == MsgResult::Yes) form.Unload();
+  };
+  auto first = WhenModalAppears([](QWidget* w) { w->findChild<QPushButton*>("cmdOK")->click(); });
+  auto box = WhenModalAppears([](QWidget* w) { Press(w, QMessageBox::Yes); }, 5000, IsMessageBox);
+  dialogs.ShowModal(form);
+  EXPECT_TRUE(*first);
+  EXPECT_TRUE(*box);
+  EXPECT_EQ(answer, MsgResult::Yes);
+  EXPECT_FALSE(form.Loaded());
+}
+
+TEST(QtDialogsBoxes, MessageBoxesShowTheirTextIconAndButtonsAndReturnTheAnswer) {
+  QtDialogs dialogs;
+  struct Case {
+    MsgButtons buttons;
+    MsgIcon icon;
+    QMessageBox::StandardButton press;
+    MsgResult expected;
+    QMessageBox::Icon qicon;
+  };
+  const Case cases[] = {
+      {MsgButtons::OK, MsgIcon::Critical, QMessageBox::Ok, MsgResult::OK, QMessageBox::Critical},
+      {MsgButtons::YesNo, MsgIcon::Question, QMessageBox::No, MsgResult::No, QMessageBox::Question},
+      {MsgButtons::YesNoCancel, MsgIcon::Exclamation, QMessageBox::Cancel, MsgResult::Cancel, QMessageBox::Warning},
+      {MsgButtons::RetryCancel, MsgIcon::Information, QMessageBox::Retry, MsgResult::Retry, QMessageBox::Information},
+      {MsgButtons::OKCancel, MsgIcon::None, QMessageBox::Ok, MsgResult::OK, QMessageBox::NoIcon},
+  };
+  for (const Case& c : cases) {
+    QString title, text;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    auto acted = WhenModalAppears([&](QWidget* w) {
+      auto* mb = qobject_cast<QMessageBox*>(w);
+      title = mb->windowTitle();
+      text = mb->text();
+      icon = mb->icon();
+      Press(w, c.press);
+    }, 5000, IsMessageBox);
+    const MsgResult r = dialogs.MsgBox("Not in Remote Mode", c.buttons, c.icon, "Communication Error");
+    EXPECT_TRUE(*acted);
+    EXPECT_EQ(r, c.expected);
+    EXPECT_EQ(title, "Communication Error");
+    EXPECT_EQ(text, "Not in Remote Mode");
+    EXPECT_EQ(icon, c.qicon);
+  }
+}
+
+TEST(QtDialogsBoxes, EscapeOnABoxWithCancelAnswersCancel) {
+  QtDialogs dialogs;
+  auto acted = WhenModalAppears([](QWidget* w) { QTest::keyClick(w, Qt::Key_Escape); }, 5000, IsMessageBox);
+  EXPECT_EQ(dialogs.MsgBox("Overwrite?", MsgButtons::YesNoCancel, MsgIcon::Question, "Save"), MsgResult::Cancel);
+  EXPECT_TRUE(*acted);
+}
+
+TEST(QtDialogsBoxes, InputBoxReturnsTheTextOrNothingWhenCancelled) {
+  QtDialogs dialogs;
+  QString prompt, shownDefault;
+  auto accept = WhenModalAppears([&](QWidget* w) {
+    auto* dlg = qobject_cast<QInputDialog*>(w);
+    prompt = dlg->labelText();
+    shownDefault = dlg->textValue();
+    dlg->setTextValue("10.0.0.7");
+    dlg->accept();
+  });
+  EXPECT_EQ(dialogs.InputBox("Enter IP Address", "IP Address", "10.0.0.254"), "10.0.0.7");
+  EXPECT_TRUE(*accept);
+  EXPECT_EQ(prompt, "Enter IP Address");
+  EXPECT_EQ(shownDefault, "10.0.0.254");
+
+  auto cancel = WhenModalAppears([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
+  EXPECT_EQ(dialogs.InputBox("Enter IP Address", "IP Address", "10.0.0.254"), std::nullopt);
+  EXPECT_TRUE(*cancel);
+}
+
+}  // namespace
+}  // namespace amp
