@@ -24,6 +24,7 @@ AmpDesk::AmpDesk(AmpDeskHost host)
       comms(LinkHost{host.sckTcp, panelTimer_, host.pump, host.clock, host.dialogs}, *this),
       display(comms, unit, frmMain, panel),
       firstRead(comms, unit, frmMain, panel, display, values),
+      controls{comms, unit, frmMain, panel, values, display, firstRead.setup(), host.dialogs},
       host_(host) {
   RegisterForm(frmMain);
   RegisterForm(frmCom);

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/panel_timer.h"
+#include "control/panel_context.h"
 #include "display/frm_about.h"
 #include "display/frm_com.h"
 #include "display/frm_main.h"
@@ -69,6 +70,8 @@ class AmpDesk : public LinkPanel {
   SessionValues values;
   StatusDisplay display;
   FirstRead firstRead;
+  // What the main panel's handlers work on.
+  PanelContext controls;
   ui::FrmCom frmCom;
   ui::FrmAbout frmAbout;
 

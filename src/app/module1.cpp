@@ -44,21 +44,6 @@ bool IsPrintable(int code) { return code >= 32 && code <= 126; }
 
 bool IsLetter(int code) { return (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z'); }
 
-void PauseMs(EventPump& pump, int ms) {
-  const int turns = std::max(ms, 50) / 50;
-  for (int i = 0; i < turns; ++i) {
-    pump.Sleep(20);
-    pump.DoEvents();
-  }
-}
-
-void DelaySeconds(EventPump& pump, Clock& clock, double seconds) {
-  const int64_t deadline = clock.NowMs() + static_cast<int64_t>(std::llround(seconds * 1000.0));
-  // Each wait returns after an event or its time; the clock bounds the loop.
-  for (int64_t left = deadline - clock.NowMs(); left > 0; left = deadline - clock.NowMs())
-    pump.WaitForEvents(static_cast<int>(std::min<int64_t>(left, 100)));
-}
-
 double Log10(double x) { return x > 0 ? std::log10(x) : x; }
 
 bool Like(std::string_view text, std::string_view pattern) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "link/waits.h"  // PauseMs, DelaySeconds
 #include "platform/event_pump.h"
 
 namespace amp {
@@ -27,13 +28,6 @@ std::optional<bool> CBoolText(std::string_view text);
 
 bool IsPrintable(int code);  // 32..126
 bool IsLetter(int code);     // A-Z, a-z
-
-// Waits about ms * 2 / 5: the whole number of fifties in `ms` (at least 50)
-// times a 20 ms sleep followed by event handling. 200 waits 80 ms.
-void PauseMs(EventPump& pump, int ms);
-
-// Waits `seconds`, handling events meanwhile.
-void DelaySeconds(EventPump& pump, Clock& clock, double seconds);
 
 // The decimal logarithm of a positive number; any other value as it is.
 double Log10(double x);

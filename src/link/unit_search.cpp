@@ -75,14 +75,6 @@ bool UnitFoundOnSerialPort(SearchContext& s, SearchSettingsList& gSearchSettings
   return found;
 }
 
-void Delay(EventPump& pump, int ms) {
-  ms = std::max(ms, 50);
-  for (int turn = 0; turn < ms / 20; ++turn) {
-    pump.Sleep(20);
-    pump.DoEvents();
-  }
-}
-
 bool OpenConnection(Comms& c) {
   TcpSocket& sock = c.host().sckTcp;
   CloseConnection(c);

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "link/comms.h"
+#include "link/waits.h"
 
 namespace amp {
 
@@ -55,10 +56,6 @@ std::string SearchAddresses(SearchContext& s, const std::string& settings, int a
 // clears gTerminateSearch and releases the list at the end.
 bool UnitFoundOnSerialPort(SearchContext& s, SearchSettingsList& gSearchSettings, int first,
                            int last);
-
-// Waits `ms` milliseconds (at least 50) in 20 ms sleeps, handling events
-// after each.
-void Delay(EventPump& pump, int ms);
 
 // Connects sckTcp to its remote host and port, giving it about a second.
 // True when the socket is connected; a slower connection reports false even
