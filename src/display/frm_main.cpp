@@ -47,7 +47,7 @@ FrmMain::FrmMain() : Form("frmMain") {
 
   chkPS.SetCaption("Transmitter ON");
   chkRFI.SetCaption("RF Inhibit");
-  Command7.SetCaption("Reset Unit");
+  Command7.SetCaption("Now");
   lblUnitTempType.SetCaption("SSPA");
 
   for (Label* l : {&Label64, &Label5, &Label8, &Label67, &Label69, &Label71}) l->SetCaption("dBm");
