@@ -29,6 +29,7 @@ AmpDesk::AmpDesk(AmpDeskHost host)
   RegisterForm(frmMain);
   RegisterForm(frmCom);
   RegisterForm(frmAbout);
+  RegisterForm(handlers.bands.frmSetSubBand);
   WireMainPanel();
   WireComDialog();
   WireAboutDialog();
@@ -47,6 +48,7 @@ void AmpDesk::WireMainPanel() {
   ui::FrmMain& f = frmMain;
   f.Load = [this] { Form_Load(); };
   f.QueryUnload = [this] { Form_Unload(); };
+  handlers.Wire();
   f.btnConnect.Click = [this] { btnConnect_Click(); };
   f.mnuConnect.Click = [this] { mnuConnect_Click(); };
   f.mnuExtSrch.Click = [this] { mnuExtSrch_Click(); };
@@ -61,6 +63,7 @@ void AmpDesk::WireMainPanel() {
     f.mnuComPort[i].Click = [this, i] { mnuComPort_Click(i); };
   f.mnuFileExit.Click = [this] { mnuFileExit_Click(); };
   f.mnuHelpAbout.Click = [this] { mnuHelpAbout_Click(); };
+  f.mnuWatts.Click = [this] { mnuWatts_Click(); };
 }
 
 void AmpDesk::WireAboutDialog() {
@@ -197,16 +200,12 @@ void AmpDesk::StartSysInfo() {
 
 // ------------------------------------------------ Transmitter state
 
-bool AmpDesk::IsTxOn() const { return frmMain.chkPS.Value() == 1; }
+void AmpDesk::UpdateCurrentSubBand() { handlers.bands.UpdateCurrentSubBand(); }
 
-void AmpDesk::EnableConstPwrInput() {
-  frmMain.chkConstPwr.SetEnabled(true);
-  frmMain.txtConstLvl.SetEnabled(true);
-}
+bool AmpDesk::IsTxOn() const { return handlers.transmit.IsTxOn(); }
 
-void AmpDesk::DisableConstPwrInput() {
-  frmMain.chkConstPwr.SetEnabled(false);
-  frmMain.txtConstLvl.SetEnabled(false);
-}
+void AmpDesk::EnableConstPwrInput() { handlers.transmit.EnableConstPwrInput(); }
+
+void AmpDesk::DisableConstPwrInput() { handlers.transmit.DisableConstPwrInput(); }
 
 }  // namespace amp

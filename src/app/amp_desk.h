@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/panel_timer.h"
+#include "control/control_panel.h"
 #include "control/panel_context.h"
 #include "display/frm_about.h"
 #include "display/frm_com.h"
@@ -72,6 +73,7 @@ class AmpDesk : public LinkPanel {
   FirstRead firstRead;
   // What the main panel's handlers work on.
   PanelContext controls;
+  ControlPanel handlers{controls};
   ui::FrmCom frmCom;
   ui::FrmAbout frmAbout;
 
@@ -103,6 +105,8 @@ class AmpDesk : public LinkPanel {
   // Dialogs that Form_Unload closes if they are still open, in the order they
   // were registered; frmMain is the first.
   void RegisterForm(ui::Form& form);
+  // Every registered form, frmMain first: what front ends address by name.
+  const std::vector<ui::Form*>& Forms() const { return forms_; }
 
   // ---- Connecting ----
   void btnConnect_Click();
@@ -130,14 +134,17 @@ class AmpDesk : public LinkPanel {
   void mnuComPort_Click(int index);
   void mnuPortScan_Click();
 
+  // ---- Display units ----
+  // Switches every power field between dBm and Watts; the entry's caption
+  // names the unit it switches to.
+  void mnuWatts_Click();
+
   // ---- Transmitter state as the panel shows it ----
   bool IsTxOn() const;
   void EnableConstPwrInput();
   void DisableConstPwrInput();
 
   // ---- LinkPanel: what the poll loop asks of the panel ----
-  // UpdateCurrentSubBand stays the do-nothing default until the sub-band
-  // controls exist.
   void SetSummaryStatus(const std::string& word) override;
   void SetFaultStatus(const std::string& word) override;
   void SetAlarmStatus(const std::string& word) override;
@@ -151,6 +158,7 @@ class AmpDesk : public LinkPanel {
   void UpdateDCVIn() override;
   void InitRFTripLevels() override;
   void UpdateRFFrequency() override;
+  void UpdateCurrentSubBand() override;
   void UpdateDateTime() override;
   void UpdateHours() override;
   bool IsTWTA() const override;

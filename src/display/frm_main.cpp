@@ -59,8 +59,8 @@ FrmMain::FrmMain() : Form("frmMain") {
   Label2.SetCaption("DAC");
   // The count field and its arrows exist only on frequency block units.
   UpDown2.SetVisible(false);
-  lblSband.SetCaption("Sub-Band:");
-  lblRFFrq.SetCaption("RF Freq:");
+  lblSband.SetCaption("SBand:");
+  lblRFFrq.SetCaption("RF Frq:");
 
   for (const char* item : {"0 - None", "1 - 1-For-1", "2 - 1-Plus-1", "3 - 1-For-1 w/load",
                            "4 - 1-For-2", "6 - Standalone w/load"})

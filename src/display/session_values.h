@@ -134,6 +134,7 @@ struct SessionValues {
   std::array<std::string, 10> gSubBandFreqs;  // GHz, slots 1 to 8 used
   int16_t gSubBandCount = 0;
   int16_t gCurrentSubBand = 0;          // 0 none
+  std::string gRfFrequency;             // MHz, "####0", as last set from the panel
 
   // ---- Temperature compensation and trips -------------------------------
   std::string gTempCoefficient = "0.075";

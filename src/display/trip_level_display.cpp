@@ -74,12 +74,13 @@ bool PanelSetup::CanUsedBmTripLevels() const {
 void PanelSetup::InitFactoryTripLevels() {
   v_.gFactoryFwdTrip = "0.0";
   v_.gFactoryRevTrip = "0.0";
-  // No reader exists for the margin; "0" keeps it out of the files rather
-  // than repeating whatever an earlier read left in the scratch fields.
   v_.gFactoryTripMargin = "0";
   if (ReadFactoryTripLevels(c_) != 0) return;
   if (!c_.gRespFields[0].empty()) v_.gFactoryFwdTrip = c_.gRespFields[0];
   if (!c_.gRespFields[1].empty()) v_.gFactoryRevTrip = c_.gRespFields[1];
+  // The margin has no query of its own: it is the third scratch field,
+  // which the two trip reads leave as the read before them left it.
+  if (!c_.gRespFields[2].empty()) v_.gFactoryTripMargin = c_.gRespFields[2];
 }
 
 void PanelSetup::InitReverseRFOffset() {

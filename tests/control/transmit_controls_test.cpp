@@ -1,0 +1,228 @@
+// The transmitter, RF inhibit, fault reset and heater controls: what reaches
+// the unit, what the panel keeps when the unit is in local mode or refuses,
+// and that the panel's own writes never echo back to the unit.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "power_controls_rig.h"
+
+namespace amp {
+namespace {
+
+using test::PowerControlsRig;
+
+std::string StatusChars(std::initializer_list<int> words) {
+  std::string field;
+  for (int w : words) field += static_cast<char>(0x40 | (w & 63));
+  return field;
+}
+
+// Position of the first `command` sent, or -1.
+int IndexOf(const std::vector<std::string>& sent, const std::string& command) {
+  auto it = std::find(sent.begin(), sent.end(), command);
+  return it == sent.end() ? -1 : static_cast<int>(std::distance(sent.begin(), it));
+}
+
+class Transmit : public ::testing::Test {
+ protected:
+  Transmit() {
+    r.u.gProjectID = 10;  // a unit whose RF inhibit state is read back
+    r.s.Answer("@", "");
+    r.s.Answer("I", "");
+    r.s.Answer("J", "");
+    r.s.Answer("B", "");
+  }
+  PowerControlsRig r;
+};
+
+TEST_F(Transmit, LocalModeRefusesEveryGuardedControlWithoutSending) {
+  r.st.gRemoteMode = false;
+  r.f.mnuHeaterState.SetChecked(true);
+  r.f.mnuHtrStby.SetChecked(true);
+
+  r.f.chkPS.SetValue(1);   // the operator's click
+  r.f.chkRFI.SetValue(1);
+  r.SetHeld(r.f.chkRFI, 1);
+  r.f.chkRFI.SetValue(0);  // and unchecking one that was set
+  r.f.btnFaultReset.RaiseClick();
+  r.f.mnuHeaterState.RaiseClick();
+  r.f.mnuHtrStby.RaiseClick();
+
+  EXPECT_TRUE(r.s.sent.empty());
+  // One box per click: the put-back of a check box does not run the
+  // handler a second time.
+  ASSERT_EQ(r.s.dialogs.boxes.size(), 6u);
+  for (const auto& b : r.s.dialogs.boxes) {
+    EXPECT_EQ(b.title, "Communication Error");
+    EXPECT_EQ(b.text, "Not in Remote Mode");
+    EXPECT_EQ(b.icon, MsgIcon::Exclamation);
+  }
+  EXPECT_EQ(r.f.chkPS.Value(), 0);
+  EXPECT_EQ(r.f.chkRFI.Value(), 1);
+  EXPECT_TRUE(r.f.mnuHeaterState.Checked());
+  EXPECT_TRUE(r.f.mnuHtrStby.Checked());
+  EXPECT_FALSE(r.st.gInPanelUpdate);
+  EXPECT_TRUE(r.f.Timer1.TimerEnabled());
+}
+
+TEST_F(Transmit, PollFlippingTheTransmitterBoxSendsNothing) {
+  constexpr int kOn = 16, kRemote = 4;
+  r.u.gIsTWTA = true;
+  r.d.SetSummaryStatus(StatusChars({kOn | kRemote, 0, 0, 0}));
+  ASSERT_EQ(r.f.chkPS.Value(), 1);
+  r.d.SetSummaryStatus(StatusChars({kRemote, 0, 0, 0}));
+  ASSERT_EQ(r.f.chkPS.Value(), 0);
+  EXPECT_EQ(r.Sent("@"), 0);
+  EXPECT_EQ(r.Sent("A"), 0);
+  EXPECT_TRUE(r.s.dialogs.boxes.empty());
+  EXPECT_FALSE(r.st.gInPanelUpdate);
+}
+
+TEST_F(Transmit, SwitchingOnPausesThePollAndRefreshesTheReadouts) {
+  r.u.gIsTWTA = true;
+  r.s.Answer(".?P54", ".P54 0");
+  r.tx.DisableConstPwrInput();
+  // Sample the poll timer and what was sent half-way through the wait.
+  bool timerDuringWait = true;
+  size_t sentDuringWait = 0;
+  r.s.pump.After(500, [&] {
+    timerDuringWait = r.f.Timer1.TimerEnabled();
+    sentDuringWait = r.s.sent.size();
+  });
+  const int64_t start = r.s.clock.now;
+
+  r.f.chkPS.SetValue(1);
+
+  EXPECT_FALSE(timerDuringWait);
+  EXPECT_EQ(sentDuringWait, 1u);  // only "@" before the second is up
+  EXPECT_TRUE(r.f.Timer1.TimerEnabled());
+  EXPECT_GE(r.s.clock.now - start, 1000);
+  EXPECT_TRUE(r.tx.IsTxOn());
+  EXPECT_TRUE(r.f.chkConstPwr.Enabled());
+  EXPECT_TRUE(r.f.txtConstLvl.Enabled());
+  // Tube readouts, then the RF readings, then the inhibit state.
+  const auto& sent = r.s.sent;
+  ASSERT_EQ(sent.front(), "@");
+  const int helix = IndexOf(sent, "?VI"), fwd = IndexOf(sent, "?P"), rfi = IndexOf(sent, ".?P54");
+  EXPECT_GT(helix, 0);
+  EXPECT_GT(fwd, helix);
+  EXPECT_GT(rfi, fwd);
+  EXPECT_EQ(rfi, static_cast<int>(sent.size()) - 1);
+}
+
+TEST_F(Transmit, SolidStateUnitSkipsTheTubeReadouts) {
+  r.s.Answer(".?P54", ".P54 0");
+  r.f.chkPS.SetValue(1);
+  EXPECT_EQ(r.Sent("@"), 1);
+  EXPECT_EQ(IndexOf(r.s.sent, "?VI"), -1);
+  EXPECT_GT(IndexOf(r.s.sent, ".?P54"), 0);
+}
+
+TEST_F(Transmit, ConstantPowerInputFollowsOnlyAnAcknowledgedSwitchOff) {
+  r.SetHeld(r.f.chkPS, 1);
+  r.tx.EnableConstPwrInput();
+
+  r.s.Refuse("A");
+  r.s.Answer("A", "");  // for the second try
+  r.s.Answer(".?P54", ".P54 0");
+  r.f.chkPS.SetValue(0);
+  EXPECT_EQ(r.Sent("A"), 1);
+  EXPECT_EQ(r.f.chkPS.Value(), 0);  // left as the operator set it
+  EXPECT_TRUE(r.f.chkConstPwr.Enabled());
+  EXPECT_TRUE(r.f.txtConstLvl.Enabled());
+  EXPECT_TRUE(r.f.Timer1.TimerEnabled());
+  EXPECT_TRUE(r.s.dialogs.boxes.empty());  // a refusal is silent
+
+  r.SetHeld(r.f.chkPS, 1);
+  r.f.chkPS.SetValue(0);
+  EXPECT_EQ(r.Sent("A"), 2);
+  EXPECT_FALSE(r.f.chkConstPwr.Enabled());
+  EXPECT_FALSE(r.f.txtConstLvl.Enabled());
+  EXPECT_FALSE(r.tx.IsTxOn());
+}
+
+TEST_F(Transmit, InhibitReadBackAfterTheTransmitterKeepsBothInStep) {
+  // The unit inhibits RF as the transmitter comes on: the read-back checks
+  // chkRFI outside any panel update, which sends "I" exactly once.
+  r.s.Answer(".?P54", ".P54 1");
+  r.f.chkPS.SetValue(1);
+  EXPECT_EQ(r.f.chkRFI.Value(), 1);
+  EXPECT_EQ(r.Sent("I"), 1);
+  EXPECT_EQ(r.Sent("J"), 0);
+  EXPECT_EQ(r.s.sent.back(), "I");
+
+  // Unchanged on the next switch: no Click, nothing more.
+  r.SetHeld(r.f.chkPS, 0);
+  r.f.chkPS.SetValue(1);
+  EXPECT_EQ(r.Sent("I"), 1);
+}
+
+TEST_F(Transmit, InhibitBoxSendsItsCommandAndNothingElse) {
+  r.f.chkRFI.SetValue(1);
+  r.f.chkRFI.SetValue(0);
+  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"I", "J"}));
+  EXPECT_TRUE(r.f.Timer1.TimerEnabled());
+
+  r.st.gInPanelUpdate = true;  // the panel's own write
+  r.f.chkRFI.SetValue(1);
+  EXPECT_EQ(r.s.sent.size(), 2u);
+}
+
+TEST_F(Transmit, FaultResetRunsWithThePollStoppedAndIgnoresTheEchoGuard) {
+  bool timerAtSend = true;
+  r.s.port.onWrite = [&, inner = r.s.port.onWrite](const std::string& frame) {
+    timerAtSend = r.f.Timer1.TimerEnabled();
+    inner(frame);
+  };
+  r.st.gInPanelUpdate = true;  // a button is never pressed by the program itself
+  r.f.btnFaultReset.RaiseClick();
+  EXPECT_EQ(r.Sent("B"), 1);
+  EXPECT_FALSE(timerAtSend);
+  EXPECT_TRUE(r.f.Timer1.TimerEnabled());
+}
+
+TEST_F(Transmit, HeaterEntryReassertsItsMarkWhileStandbyToggles) {
+  r.f.mnuHeaterState.SetChecked(true);
+  r.f.mnuHeaterState.RaiseClick();
+  r.f.mnuHeaterState.RaiseClick();
+  EXPECT_EQ(r.Sent("PBH1"), 2);
+  EXPECT_TRUE(r.f.mnuHeaterState.Checked());
+  r.f.mnuHeaterState.SetChecked(false);
+  r.f.mnuHeaterState.RaiseClick();
+  EXPECT_EQ(r.Sent("PBH0"), 1);
+  EXPECT_FALSE(r.f.mnuHeaterState.Checked());
+
+  r.f.mnuHtrStby.RaiseClick();
+  EXPECT_TRUE(r.f.mnuHtrStby.Checked());
+  r.f.mnuHtrStby.RaiseClick();
+  EXPECT_FALSE(r.f.mnuHtrStby.Checked());
+  EXPECT_EQ(r.Sent(":1"), 1);
+  EXPECT_EQ(r.Sent(":0"), 1);
+  EXPECT_EQ(r.s.sent[r.s.sent.size() - 2], ":1");
+}
+
+TEST_F(Transmit, AutoRestoreEntrySendsTheInverseOfItsMarkEvenInLocalMode) {
+  r.st.gRemoteMode = false;
+  r.f.mnuAutoHVDisable.RaiseClick();
+  EXPECT_TRUE(r.f.mnuAutoHVDisable.Checked());
+  EXPECT_EQ(r.s.sent.back(), "PBA0");
+  r.f.mnuAutoHVDisable.RaiseClick();
+  EXPECT_FALSE(r.f.mnuAutoHVDisable.Checked());
+  EXPECT_EQ(r.s.sent.back(), "PBA1");
+  EXPECT_TRUE(r.s.dialogs.boxes.empty());
+}
+
+TEST_F(Transmit, AutoRestoreCountsAsDisabledOnlyWhenShownAndChecked) {
+  r.f.mnuAutoHVDisable.SetChecked(true);
+  r.f.mnuAutoHVDisable.SetVisible(false);
+  EXPECT_FALSE(r.tx.IsAutoXmitDisabled());
+  r.f.mnuAutoHVDisable.SetVisible(true);
+  EXPECT_TRUE(r.tx.IsAutoXmitDisabled());
+  r.f.mnuAutoHVDisable.SetChecked(false);
+  EXPECT_FALSE(r.tx.IsAutoXmitDisabled());
+}
+
+}  // namespace
+}  // namespace amp

@@ -1,0 +1,102 @@
+#include "control/waveguide_controls.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "identity_waveguide_rig.h"
+
+namespace amp::test {
+namespace {
+
+struct WaveguideTest : ::testing::Test {
+  IdentityWaveguideRig r;
+  WaveguideControls w{r.ctx};
+  void SetUp() override { w.Wire(); }
+};
+
+// Status characters as the unit sends them: each word's bits above 0x40.
+std::string StatusWords(int s1, int s2, int s3, int s4) {
+  std::string field;
+  for (int word : {s1, s2, s3, s4}) field += static_cast<char>(0x40 | (word & 63));
+  return field;
+}
+
+TEST_F(WaveguideTest, ConfigurationSendsTheEntrysNumberNotItsIndex) {
+  for (int i = 0; i < r.f.cmbWgCfg.ListCount(); ++i) r.f.cmbWgCfg.SetListIndex(i);
+  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"PC0", "PC1", "PC2", "PC3", "PC4", "PC6"}));
+
+  // Clearing the selection is not a configuration: no bare "PC".
+  r.f.cmbWgCfg.SetListIndex(-1);
+  EXPECT_EQ(r.s.sent.size(), 6u);
+  EXPECT_TRUE(r.s.dialogs.boxes.empty());
+}
+
+TEST_F(WaveguideTest, SwitchesSendTheirOwnPositionCommands) {
+  r.f.cmbWgSw1.SetListIndex(1);
+  r.f.cmbWgSw1.SetListIndex(0);
+  r.f.cmbWgSw2.SetListIndex(1);
+  r.f.cmbWgSw2.SetListIndex(0);
+  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"U0", "U1", "U2", "U3"}));
+
+  // An entry other than A or B has no command.
+  r.f.cmbWgSw1.AddItem("C");
+  r.f.cmbWgSw1.SetListIndex(2);
+  EXPECT_EQ(r.s.sent.size(), 4u);
+}
+
+TEST_F(WaveguideTest, AutomaticModeFollowsTheCheckBox) {
+  r.f.chkAutoMode.SetValue(1);
+  r.f.chkAutoMode.SetValue(0);
+  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"UA", "UM"}));
+}
+
+TEST_F(WaveguideTest, APollWritingTheGroupSendsNothing) {
+  // Remote, switch 2 on B, automatic, switch 1 on A; configuration 6.
+  r.d.SetSummaryStatus(StatusWords(4, 0, 16 | 4 | 1, 6));
+  EXPECT_EQ(r.f.cmbWgCfg.ListIndex(), 5);
+  EXPECT_EQ(r.f.cmbWgSw1.ListIndex(), 0);
+  EXPECT_EQ(r.f.cmbWgSw2.ListIndex(), 1);
+  EXPECT_EQ(r.f.chkAutoMode.Value(), 1);
+  // Then everything moves the other way.
+  r.d.SetSummaryStatus(StatusWords(4, 0, 8 | 2, 1));
+  EXPECT_EQ(r.f.cmbWgCfg.ListIndex(), 1);
+  EXPECT_EQ(r.f.cmbWgSw1.ListIndex(), 1);
+  EXPECT_EQ(r.f.cmbWgSw2.ListIndex(), 0);
+  EXPECT_EQ(r.f.chkAutoMode.Value(), 0);
+
+  EXPECT_TRUE(r.s.sent.empty());
+  EXPECT_TRUE(r.s.dialogs.boxes.empty());
+  // The operator's next choice does go out.
+  EXPECT_FALSE(r.st.gInPanelUpdate);
+  r.f.cmbWgCfg.SetListIndex(5);
+  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"PC6"}));
+}
+
+TEST_F(WaveguideTest, OutsideRemoteModeNothingIsSent) {
+  r.st.gRemoteMode = false;
+
+  // A combo shows the box and keeps the operator's choice until the next
+  // status writes the unit's position.
+  r.f.cmbWgCfg.SetListIndex(3);
+  r.f.cmbWgSw2.SetListIndex(1);
+  EXPECT_EQ(r.f.cmbWgCfg.ListIndex(), 3);
+  EXPECT_EQ(r.f.cmbWgSw2.ListIndex(), 1);
+  EXPECT_EQ(r.BoxTitles(),
+            (std::vector<std::string>{"Communication Error", "Communication Error"}));
+  EXPECT_EQ(r.s.dialogs.boxes[0].text, "Not in Remote Mode");
+
+  // The check box snaps back, with a single box: the put-back is no second
+  // operator click.
+  r.s.dialogs.boxes.clear();
+  r.f.chkAutoMode.SetValue(1);
+  EXPECT_EQ(r.f.chkAutoMode.Value(), 0);
+  EXPECT_EQ(r.s.dialogs.boxes.size(), 1u);
+  EXPECT_FALSE(r.st.gInPanelUpdate);
+
+  EXPECT_TRUE(r.s.sent.empty());
+}
+
+}  // namespace
+}  // namespace amp::test
