@@ -1,111 +1,233 @@
 #include "cli/cli_session.h"
 
+#include <csignal>
+#include <filesystem>
+
+#include "basic/numbers.h"
 #include "basic/text.h"
-#include "qt/qt_com_slots.h"
+#include "commands/identity_cmds.h"
+#include "link/unit_search.h"
 
 namespace amp::cli {
 
-void StatusPanel::FirstTimeRead() {
-  // The full first read fits the panel to the unit; what the poll needs of
-  // it now is whether the unit knows the four-character alarm word.
-  if (!comms) return;
-  comms->gOneCharAlarm = !comms->ExchangeCommand("?(");
-  comms->gFirstReadDone = true;
+namespace {
+
+constexpr const char* kDisconnectCaption = "Disconnect";
+// The first read of a large unit over a slow line takes a while; a connect
+// that has not settled by then is given up.
+constexpr int kConnectWaitMs = 120000;
+
+volatile std::sig_atomic_t gInterrupted = 0;
+
+void OnInterrupt(int) { gInterrupted = 1; }
+
+}  // namespace
+
+bool Interrupted() { return gInterrupted != 0; }
+
+void InstallInterruptHandler() {
+  std::signal(SIGINT, OnInterrupt);
+  std::signal(SIGTERM, OnInterrupt);
 }
 
-CliSession::CliSession(ConsoleDialogs& dialogs)
-    : dialogs_(dialogs),
-      slots_(DefaultComSlots()),
-      comms_(LinkHost{sock_, timer_, pump_, clock_, dialogs_}, panel_) {
-  panel_.comms = &comms_;
-  // Start-up values of the link for the whole run: replies are not
-  // address-checked and the serial time-out is 2 s.
-  comms_.Link.SetCommControl(&port_);
-  comms_.Link.SetCheckAddress(false);
-  comms_.Link.SetMsgTimeout(2.0f);
-  comms_.Link.SetDeviceAddress("A");
+// ---------------------------------------------------------------- timer
+
+ConsoleTimer::ConsoleTimer() {
+  inner_.SetHandler([this] {
+    if (!held_) Fire();
+  });
+}
+
+void ConsoleTimer::Fire() {
+  // A tick whose poll is still waiting for its reply is not run again.
+  if (firing_) return;
+  firing_ = true;
+  if (handler_) handler_();
+  firing_ = false;
+  if (afterTick) afterTick();
+}
+
+// ------------------------------------------------------------- settings
+
+std::string MemorySettings::GetSetting(const std::string& app, const std::string& section,
+                                       const std::string& key, const std::string& fallback) {
+  auto it = values_.find(app + "\n" + section + "\n" + key);
+  return it == values_.end() ? fallback : it->second;
+}
+
+void MemorySettings::SaveSetting(const std::string& app, const std::string& section,
+                                 const std::string& key, const std::string& value) {
+  values_[app + "\n" + section + "\n" + key] = value;
+}
+
+void MemorySettings::Set(const std::string& key, const std::string& value) {
+  SaveSetting(AmpDesk::kAppTitle, AmpDesk::kSettingsSection, key, value);
+}
+
+// -------------------------------------------------------------- session
+
+CliSession::CliSession(ConsoleDialogs& dialogs, ComSlots slots)
+    : dialogs_(dialogs), slots_(std::move(slots)) {
+  desk_ = std::make_unique<AmpDesk>(
+      AmpDeskHost{port_, slots_, sock_, timer_, pump_, clock_, dialogs_, settings_});
+  ui::FrmMain& f = desk_->frmMain;
+  observer_ = f.AddObserver([this, &f](ui::Control* c) {
+    if (c != &f.btnConnect) return;
+    const std::string now = f.btnConnect.Caption();
+    if (lastCaption_ == kDisconnectCaption && now != kDisconnectCaption) {
+      if (!expectDisconnect_) lost_ = true;
+      expectDisconnect_ = false;
+    }
+    lastCaption_ = now;
+  });
+}
+
+CliSession::~CliSession() {
+  Close();
+  desk_->frmMain.RemoveObserver(observer_);
+  desk_.reset();
 }
 
 bool CliSession::OpenTrace(const std::string& path, std::string* error) {
   if (!trace_.Open(path, error)) return false;
-  comms_.Link.trace = [this](char d, std::string_view bytes) { trace_.Write(d, bytes); };
+  desk_->comms.Link.trace = [this](char d, std::string_view bytes) { trace_.Write(d, bytes); };
   return true;
 }
 
-bool CliSession::Connect(const Target& target) {
-  return target.tcpHost.empty() ? ConnectSerial(target) : ConnectTcp(target);
-}
-
-bool CliSession::ConnectTcp(const Target& target) {
-  comms_.gUseEnet = true;
-  sock_.Close();
-  sock_.SetRemoteHost(target.tcpHost);
-  sock_.SetRemotePort(target.tcpPort);
-  sock_.Connect();
-  // One second for the connection; the connect event then runs the first read.
-  for (int i = 0; i < 20 && sock_.State() != TcpSocket::sckConnected; ++i) {
-    for (int k = 0; k < 3; ++k) {
-      pump_.Sleep(20);
-      pump_.DoEvents();
+int CliSession::SlotForDevice(ComSlots& slots, const std::string& device) {
+  if (device.size() > 3 && (device[0] == 'C' || device[0] == 'c') &&
+      (device[1] == 'O' || device[1] == 'o') && (device[2] == 'M' || device[2] == 'm')) {
+    const auto n = CLngText(device.substr(3));
+    if (n && *n >= 1 && *n <= ComSlots::kCount) return *n;
+    return 0;
+  }
+  if (device.empty()) return 0;
+  if (int slot = slots.SlotOf(device)) return slot;
+  for (int n = 1; n <= ComSlots::kCount; ++n) {
+    if (slots.Path(n).empty()) {
+      slots.Bind(n, device);
+      return n;
     }
   }
-  if (sock_.State() != TcpSocket::sckConnected) {
-    dialogs_.MsgBox("Unable to Connect to Unit", MsgButtons::OK, MsgIcon::Exclamation,
-                    "Ethernet Communication Error");
-    sock_.Close();
-    return false;
-  }
-  // The connect event may still be queued: let it run the first read.
-  for (int i = 0; i < 200 && !comms_.gFirstReadDone && sock_.State() == TcpSocket::sckConnected; ++i)
-    pump_.WaitForEvents(50);
-  return comms_.gFirstReadDone;
+  slots.Bind(ComSlots::kCount, device);
+  return ComSlots::kCount;
 }
 
-int CliSession::ReadUnitIDWord() {
-  if (!comms_.ExchangeCommand("1")) return -1;
-  const std::string& msg = comms_.Link.RxMessage;
-  const long p = InStr(msg, "1");
-  if (p == 0 || Len(msg) < p + 2) return -1;
-  return (Asc(Mid(msg, p + 1, 1)) & 63) * 256 | (Asc(Mid(msg, p + 2, 1)) & 63);
+bool CliSession::Connected() const {
+  return desk_->frmMain.btnConnect.Caption() == kDisconnectCaption;
+}
+
+bool CliSession::LastPollOk() const {
+  return Connected() && desk_->comms.gMissedPolls == 2;
+}
+
+void CliSession::PollNow() {
+  if (timer_.Enabled()) timer_.Fire();
+}
+
+void CliSession::RunFor(int ms, const std::function<bool()>& stop) {
+  timer_.Hold(false);
+  const int64_t end = clock_.NowMs() + ms;
+  for (int64_t left = ms; left > 0 && !Interrupted(); left = end - clock_.NowMs()) {
+    if (stop && stop()) break;
+    pump_.WaitForEvents(static_cast<int>(std::min<int64_t>(left, 100)));
+  }
+  timer_.Hold(true);
+}
+
+void CliSession::Close() {
+  if (!desk_ || desk_->Unloaded()) return;
+  timer_.Hold(true);
+  expectDisconnect_ = true;
+  if (desk_->frmMain.Loaded()) desk_->Form_Unload();
+}
+
+bool CliSession::Connect(const Target& target, const std::string& dataDirectory, bool watts) {
+  AmpDesk& d = *desk_;
+  d.values.gDataDirectory = dataDirectory;
+  settings_.Set("UnitsSetting", watts ? "True" : "False");
+  if (!target.tcpHost.empty()) {
+    settings_.Set("UseEnet", "True");
+    settings_.Set("UseIP", target.tcpHost);
+    settings_.Set("EthPort", std::to_string(target.tcpPort));
+  } else {
+    settings_.Set("UseEnet", "False");
+    settings_.Set("CurrentPort", std::to_string(SlotForDevice(slots_, target.device)));
+    if (!target.settings.empty()) settings_.Set("ComSettings", target.settings);
+    if (!target.address.empty() && !target.settings.empty()) {
+      settings_.Set("PollStatus", "1");
+      settings_.Set("PollAddress", std::to_string(static_cast<int>(target.address[0])));
+    }
+  }
+  if (d.frmMain.Load) d.frmMain.Load();
+  if (!target.tcpHost.empty()) return ConnectTcp();
+  return ConnectSerial(target);
+}
+
+void CliSession::WaitWhileConnecting(int ms) {
+  const int64_t end = clock_.NowMs() + ms;
+  while (!Connected() && !Interrupted() && clock_.NowMs() < end &&
+         sock_.State() != TcpSocket::sckClosed && sock_.State() != TcpSocket::sckError)
+    pump_.WaitForEvents(50);
+}
+
+bool CliSession::ConnectTcp() {
+  desk_->frmMain.btnConnect.RaiseClick();
+  // The socket's connect event runs the first read; it may still be queued.
+  WaitWhileConnecting(kConnectWaitMs);
+  return Connected();
 }
 
 bool CliSession::ConnectSerial(const Target& target) {
-  comms_.gUseEnet = false;
-  int slot = 1;
-  if (target.device.size() >= 4 && target.device.rfind("COM", 0) == 0) {
-    slot = std::atoi(target.device.c_str() + 3);
+  AmpDesk& d = *desk_;
+  const bool partial = target.settings.empty() != target.address.empty();
+  if (partial) return SearchThenConnect(target);
+  if (target.search == "extended") {
+    d.frmMain.mnuExtSrch.RaiseClick();
+  } else if (target.search == "advanced") {
+    d.frmMain.mnuAdvSrch.RaiseClick();
   } else {
-    slots_.Bind(slot, target.device);
+    d.frmMain.btnConnect.RaiseClick();
   }
-  comms_.Link.SetCommSettings(target.settings);
-  comms_.Link.SetDeviceAddress(target.address);
-  if (!comms_.Link.SetPortNumber(static_cast<int16_t>(slot))) {
-    dialogs_.MsgBox(comms_.Link.ErrString(), MsgButtons::OK, MsgIcon::Exclamation, "Connect");
-    return false;
-  }
-  comms_.Link.OpenPort(false);
-  if (ReadUnitIDWord() < 0) {
-    const std::string why = comms_.Link.ErrNumber() == AmpLink::PortError
-                                ? comms_.Link.ErrString()
-                                : "Unit Not Found";
-    dialogs_.MsgBox(why, MsgButtons::OK, MsgIcon::Exclamation, "Connect");
-    return false;
-  }
-  panel_.FirstTimeRead();
-  panel_.SetConnectCaption("Disconnect");
-  comms_.gMissedPolls = 2;
-  timer_.SetEnabled(true);
-  return true;
+  return Connected();
 }
 
-void CliSession::Disconnect() {
-  timer_.SetEnabled(false);
-  panel_.SetConnectCaption("Connect");
-  if (comms_.gUseEnet) {
-    sock_.Close();
+// One of settings and address is known: the other is searched for with the
+// panel's own search step, and the unit found is then connected as a single
+// address, so the session starts exactly as the panel starts it.
+bool CliSession::SearchThenConnect(const Target& target) {
+  AmpDesk& d = *desk_;
+  SearchSettingsList list{};
+  if (target.settings.empty()) {
+    BuildSearchSettings(list);
   } else {
-    comms_.Link.OpenPort(false);
+    list[0] = target.settings;
   }
+  int first = 'A', last = 'C';
+  if (!target.address.empty()) {
+    first = last = static_cast<unsigned char>(target.address[0]);
+  } else {
+    bool extended = target.search == "extended", advanced = target.search == "advanced";
+    std::tie(first, last) = SearchAddressRange(extended, advanced);
+  }
+  d.gTerminateSearch = false;
+  SearchContext search{d.comms, [&d] { return ReadUnitIDWord(d.comms); },
+                       [&d](const std::string& text) { d.display.DisplayStatusMsg(text); },
+                       d.gTerminateSearch};
+  std::string found;
+  for (const std::string& settings : list) {
+    if (settings.empty() || Interrupted()) break;
+    found = SearchAddresses(search, settings, first, last);
+    if (!found.empty()) break;
+  }
+  if (found.empty()) {
+    dialogs_.MsgBox("Unit Not Found", MsgButtons::OK, MsgIcon::None, "Connect");
+    return false;
+  }
+  d.gPollAddress = static_cast<int16_t>(static_cast<unsigned char>(found[0]));
+  if (!d.frmMain.mnuPollEn.Checked()) d.frmMain.mnuPollEn.RaiseClick();
+  d.frmMain.btnConnect.RaiseClick();
+  return Connected();
 }
 
 }  // namespace amp::cli

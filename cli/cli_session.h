@@ -1,12 +1,15 @@
-// One session with a unit from the terminal: the host parts, the link, and
-// a panel that keeps the last status words for printing.
+// One run of the command line: the host's parts, the application object with
+// its settings kept in memory, and the steps every command shares (connect
+// as the panel does, poll, let the program run, shut down).
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
+#include "app/amp_desk.h"
 #include "cli/console_dialogs.h"
-#include "link/comms.h"
 #include "link/frame_trace.h"
 #include "platform/com_slots.h"
 #include "qt/qt_comm_port.h"
@@ -16,61 +19,111 @@
 
 namespace amp::cli {
 
-// What the terminal shows of the panel at this stage: the status words of
-// the last good poll and the state of the connect button.
-class StatusPanel : public LinkPanel {
- public:
-  void SetSummaryStatus(const std::string& w) override { summary = w; }
-  void SetFaultStatus(const std::string& w) override { fault = w; }
-  void SetAlarmStatus(const std::string& w) override { alarm = w; }
-  void SetConnectCaption(std::string_view c) override { caption = c; }
-  void ClearForm() override { summary = fault = alarm = ""; }
-  void FirstTimeRead() override;
-
-  Comms* comms = nullptr;
-  std::string summary, fault, alarm;
-  std::string caption = "Connect";
-};
-
+// The unit as the command line names it.
 struct Target {
   std::string tcpHost;  // TCP when not empty
   int tcpPort = 2000;
-  std::string device;   // serial device path, or COM1..COM10
-  std::string settings = "9600,N,8,1";
-  std::string address = "A";
+  std::string device;    // serial device path, or COM1..COM10
+  std::string settings;  // "" : search over the settings texts
+  std::string address;   // "" : search over the addresses
+  std::string search;    // "", "extended" (A-F) or "advanced" (A-Z)
+};
+
+// The poll timer on a Qt timer, with a hold: while held its ticks are
+// dropped, so a script's actions and the poll never interleave on the line
+// unless the script waits. Fire runs one tick now.
+class ConsoleTimer final : public Timer {
+ public:
+  ConsoleTimer();
+  void SetInterval(int ms) override { inner_.SetInterval(ms); }
+  int Interval() const override { return inner_.Interval(); }
+  void SetEnabled(bool on) override { inner_.SetEnabled(on); }
+  bool Enabled() const override { return inner_.Enabled(); }
+
+  void Hold(bool held) { held_ = held; }
+  void Fire();
+  // Told after each tick, from the timer or from Fire.
+  std::function<void()> afterTick;
+
+ private:
+  QtTimer inner_;
+  bool held_ = true;
+  bool firing_ = false;
+};
+
+// Settings for one run only: the command line neither reads nor changes
+// what the desktop program has stored.
+class MemorySettings final : public SettingsStore {
+ public:
+  std::string GetSetting(const std::string& app, const std::string& section, const std::string& key,
+                         const std::string& fallback) override;
+  void SaveSetting(const std::string& app, const std::string& section, const std::string& key,
+                   const std::string& value) override;
+  void Set(const std::string& key, const std::string& value);
+
+ private:
+  std::map<std::string, std::string> values_;
 };
 
 class CliSession {
  public:
-  explicit CliSession(ConsoleDialogs& dialogs);
+  CliSession(ConsoleDialogs& dialogs, ComSlots slots);
+  ~CliSession();
+  CliSession(const CliSession&) = delete;
+  CliSession& operator=(const CliSession&) = delete;
 
   bool OpenTrace(const std::string& path, std::string* error);
-  // Connects and runs the first read; false (with the box shown) when no
-  // unit answers.
-  bool Connect(const Target& target);
-  bool Connected() const { return panel_.caption == "Disconnect"; }
-  void Disconnect();
+  // Loads the panel with the target's settings and connects as the panel
+  // does (button, search menus, single address). True when a session stands.
+  bool Connect(const Target& target, const std::string& dataDirectory, bool watts);
+  bool Connected() const;
+  // The session ended without the operator asking for it.
+  bool Lost() const { return lost_; }
+  // The next end of the session is the operator's own (Disconnect).
+  void ExpectDisconnect() { expectDisconnect_ = true; }
 
-  Comms& comms() { return comms_; }
-  StatusPanel& panel() { return panel_; }
-  QtTimer& timer() { return timer_; }
-  QtEventPump& pump() { return pump_; }
+  // One tick of the poll timer now, when it runs; and whether the last
+  // tick's poll was good.
+  void PollNow();
+  bool PollRunning() const { return timer_.Enabled(); }
+  bool LastPollOk() const;
+  // Lets the program run, polling, for `ms` or until `stop` says so.
+  void RunFor(int ms, const std::function<bool()>& stop = {});
+  // Shuts the panel down as the program's exit does.
+  void Close();
+
+  AmpDesk& desk() { return *desk_; }
+  ConsoleTimer& timer() { return timer_; }
+  ComSlots& slots() { return slots_; }
+
+  // A slot for `device`: COMn by number, or a device path bound to a slot.
+  // 0 when the name is not usable.
+  static int SlotForDevice(ComSlots& slots, const std::string& device);
 
  private:
-  bool ConnectTcp(const Target& target);
+  bool ConnectTcp();
   bool ConnectSerial(const Target& target);
-  int ReadUnitIDWord();
+  bool SearchThenConnect(const Target& target);
+  void WaitWhileConnecting(int ms);
 
   ConsoleDialogs& dialogs_;
   ComSlots slots_;
   QtCommPort port_{slots_};
   QtTcpSocket sock_;
-  QtTimer timer_;
+  ConsoleTimer timer_;
   QtEventPump pump_;
   QtClock clock_;
-  StatusPanel panel_;
-  Comms comms_;
+  MemorySettings settings_;
   FrameTrace trace_{clock_};
+  std::unique_ptr<AmpDesk> desk_;
+  int observer_ = 0;
+  std::string lastCaption_ = "Connect";
+  bool lost_ = false;
+  bool expectDisconnect_ = false;
 };
+
+// Set from a signal handler: Ctrl-C ends a run at the next safe point.
+bool Interrupted();
+void InstallInterruptHandler();
 
 }  // namespace amp::cli

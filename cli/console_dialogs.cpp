@@ -1,8 +1,8 @@
 #include "cli/console_dialogs.h"
 
-#include <cstdio>
+#include <algorithm>
 
-#include "display/modal.h"
+#include "display/form.h"
 
 namespace amp::cli {
 
@@ -21,43 +21,72 @@ std::string ConsoleDialogs::OneLine(const std::string& title, const std::string&
   return title + ": " + flat;
 }
 
-MsgResult ConsoleDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon,
-                                 const std::string& title) {
-  shown.push_back({title, text});
-  std::fprintf(stderr, "%s\n", OneLine(title, text).c_str());
-  std::fflush(stderr);
-  // An answer the box does not offer falls back to its first button.
+MsgResult ConsoleDialogs::Pick(MsgButtons buttons, MsgResult answer) {
   switch (buttons) {
     case MsgButtons::OK:
       return MsgResult::OK;
     case MsgButtons::OKCancel:
-      return answer == MsgResult::Cancel ? MsgResult::Cancel : MsgResult::OK;
+      return answer == MsgResult::Cancel || answer == MsgResult::No ? MsgResult::Cancel
+                                                                    : MsgResult::OK;
     case MsgButtons::YesNo:
-      return answer == MsgResult::No ? MsgResult::No : MsgResult::Yes;
+      return answer == MsgResult::No || answer == MsgResult::Cancel ? MsgResult::No
+                                                                    : MsgResult::Yes;
     case MsgButtons::YesNoCancel:
       return (answer == MsgResult::No || answer == MsgResult::Cancel) ? answer : MsgResult::Yes;
     case MsgButtons::RetryCancel:
-      return answer == MsgResult::Cancel ? MsgResult::Cancel : MsgResult::Retry;
+      return answer == MsgResult::Cancel || answer == MsgResult::No ? MsgResult::Cancel
+                                                                    : MsgResult::Retry;
   }
   return MsgResult::OK;
+}
+
+bool ConsoleDialogs::IsFailure(MsgButtons buttons, MsgIcon icon) {
+  return buttons == MsgButtons::OK && icon != MsgIcon::Information;
+}
+
+bool ConsoleDialogs::AnyFailure() const {
+  return std::any_of(shown.begin(), shown.end(), [](const Shown& s) { return s.failure; });
+}
+
+void ConsoleDialogs::Note(const std::string& line) {
+  std::fprintf(err_, "%s\n", line.c_str());
+  std::fflush(err_);
+}
+
+MsgResult ConsoleDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
+                                 const std::string& title) {
+  shown.push_back({title, text, IsFailure(buttons, icon)});
+  Note(OneLine(title, text));
+  return Pick(buttons, answer);
 }
 
 std::optional<std::string> ConsoleDialogs::InputBox(const std::string& prompt,
                                                     const std::string& title,
                                                     const std::string&) {
-  std::fprintf(stderr, "%s\n", OneLine(title, prompt).c_str());
-  if (inputs.empty()) return std::nullopt;
+  // An input box is a question, not a message: printed, not recorded.
+  Note(OneLine(title, prompt));
+  if (inputs.empty()) {
+    Note("ampdesk-cli: no --input left for \"" + title + "\": cancelled");
+    return std::nullopt;
+  }
   std::string v = inputs.front();
   inputs.pop_front();
   return v;
 }
 
 void ConsoleDialogs::ShowModal(ui::Form& form) {
-  ui::CancelModal(form);
-  // The caption the form's load gave it names the dialog.
-  shown.push_back({form.Caption(), "(cancelled)"});
-  std::fprintf(stderr, "%s\n", OneLine(form.Caption(), "(cancelled)").c_str());
-  std::fflush(stderr);
+  open_.push_back(&form);
+  form.SetLoaded(true);
+  if (form.Load) form.Load();
+  if (form.Loaded() && modalDriver) modalDriver(form);
+  if (form.Loaded()) {
+    Note("ampdesk-cli: " + form.Name() + " (" + form.Caption() + ") cancelled" +
+         (modalDriver ? ": left open by the script" : ": nothing answers dialogs outside a script"));
+    if (form.QueryUnload) form.QueryUnload();
+    // A cancel path that leaves the form up would hang the caller.
+    if (form.Loaded()) form.Unload();
+  }
+  open_.erase(std::find(open_.begin(), open_.end(), &form));
 }
 
 }  // namespace amp::cli

@@ -1,9 +1,12 @@
 // Message and input boxes on a terminal: each box is printed to stderr as
-// "TITLE: TEXT" (line ends shown as \n) and answered from the command line.
-// Modal forms are cancelled.
+// "TITLE: TEXT" (line ends shown as \n), recorded for the JSON state and
+// answered from the command line. Modal forms are handed to whoever drives
+// the panel (a panel script); with nobody to drive them they are cancelled.
 #pragma once
 
+#include <cstdio>
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,23 +16,46 @@ namespace amp::cli {
 
 class ConsoleDialogs : public Dialogs {
  public:
+  // `err` receives the box lines; stderr unless a test redirects it.
+  explicit ConsoleDialogs(std::FILE* err = stderr) : err_(err) {}
+
   MsgResult MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
                    const std::string& title) override;
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& defaultText) override;
-  // A terminal cannot show a form: its title is printed as a box line with
-  // the text "(cancelled)" and the form is cancelled at once.
+  // Loads the form and lets `modalDriver` act on it; a form the driver left
+  // open (or any form when there is no driver) is closed as by its close
+  // box, so the form's own cancel path decides what that means.
   void ShowModal(ui::Form& form) override;
 
   // The box as one line: CR LF, CR and LF each become the two characters \n.
   static std::string OneLine(const std::string& title, const std::string& text);
+  // The button a box returns for the --answer given: an answer the box does
+  // not offer falls back to its first button.
+  static MsgResult Pick(MsgButtons buttons, MsgResult answer);
+  // A box reporting that something went wrong: one that offers only OK and
+  // is not merely informative. Questions are not failures.
+  static bool IsFailure(MsgButtons buttons, MsgIcon icon);
 
-  MsgResult answer = MsgResult::OK;     // --answer
-  std::deque<std::string> inputs;       // --input, used in order
+  MsgResult answer = MsgResult::OK;  // --answer
+  std::deque<std::string> inputs;    // --input, used in order
   struct Shown {
     std::string title, text;
+    bool failure = false;
   };
-  std::vector<Shown> shown;             // every box, for the JSON state
+  std::vector<Shown> shown;  // every message box, in order
+  bool AnyFailure() const;
+
+  // Runs while `form` is shown and returns when it should close (or when
+  // there is nothing more to do with it).
+  std::function<void(ui::Form& form)> modalDriver;
+  // Forms being shown, innermost last.
+  const std::vector<ui::Form*>& OpenForms() const { return open_; }
+
+ private:
+  void Note(const std::string& line);
+  std::FILE* err_;
+  std::vector<ui::Form*> open_;
 };
 
 }  // namespace amp::cli
