@@ -1,4 +1,5 @@
 #include "commands/rf_power_cmds.h"
+#include "basic/one_of.h"
 
 #include <cfloat>
 #include <cmath>
@@ -14,12 +15,6 @@ namespace {
 
 // Code of the byte at 1-based `pos`, -1 past either end.
 int CodeAt(const std::string& rx, long pos) { return Asc(Mid(rx, pos, 1)); }
-
-bool OneOf(int value, std::initializer_list<int> list) {
-  for (int v : list)
-    if (v == value) return true;
-  return false;
-}
 
 // The scan of the offset and fault level replies: blanks, digits, sign and
 // point (codes 32 to 60) are taken one by one; a control byte, the ETX or

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "display/status_display.h"
+#include "basic/one_of.h"
 
 namespace amp {
 
@@ -23,12 +24,6 @@ constexpr std::initializer_list<int> kAllBits = {5, 4, 3, 2, 1, 0};
 // no bits set.
 int Word(const std::string& field, size_t i) {
   return i < field.size() ? static_cast<unsigned char>(field[i]) & 63 : 0;
-}
-
-bool IsOneOf(int value, std::initializer_list<int> set) {
-  for (int v : set)
-    if (v == value) return true;
-  return false;
 }
 
 // Builds one list from the top without gaps: the row index counts the labels
@@ -147,7 +142,7 @@ void StatusDisplay::InitTWTAProjectFaultNames() {
   } else if (p == 127) {
     extRef();
     c[2].SetCaption("Heater");
-  } else if (IsOneOf(p, {0, 37, 48, 50})) {
+  } else if (OneOf(p, {0, 37, 48, 50})) {
     extRef();
     d[5].SetCaption("Return Loss");
   }
@@ -155,7 +150,7 @@ void StatusDisplay::InitTWTAProjectFaultNames() {
 
 void StatusDisplay::InitSSPAFaultNames() {
   const int p = u_.gProjectID;
-  const bool extRefProject = IsOneOf(p, {55, 103, 51});
+  const bool extRefProject = OneOf(p, {55, 103, 51});
   f_.FaultAbit[2].SetCaption("DCV Input");
   f_.FaultAbit[4].SetCaption("Up Converter");
   if (u_.gFWFamilyD) {

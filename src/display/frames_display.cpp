@@ -5,15 +5,12 @@
 #include <initializer_list>
 
 #include "commands/transmitter_cmds.h"
+#include "basic/one_of.h"
 #include "display/panel_setup.h"
 
 namespace amp {
 
 namespace {
-
-bool OneOf(int32_t p, std::initializer_list<int32_t> list) {
-  return std::find(list.begin(), list.end(), p) != list.end();
-}
 
 // Cathode monitor modes in which the panel shows cathode current and anode
 // voltage: 1 and 5 monitor and trip, 2 and 6 monitor only.

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "basic/numbers.h"
+#include "basic/one_of.h"
 #include "basic/text.h"
 #include "commands/rf_power_cmds.h"
 #include "display/panel_setup.h"
@@ -12,12 +13,6 @@
 namespace amp {
 
 namespace {
-
-bool OneOf(int32_t p, std::initializer_list<int32_t> list) {
-  for (int32_t x : list)
-    if (p == x) return true;
-  return false;
-}
 
 // Combo index of a trip type letter: "F" fault, "A" alarm, anything else
 // disabled (the order of the combo's items).

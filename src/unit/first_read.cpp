@@ -1,4 +1,5 @@
 #include "unit/first_read.h"
+#include "basic/one_of.h"
 
 #include <initializer_list>
 #include <limits>
@@ -20,12 +21,6 @@
 namespace amp {
 
 namespace {
-
-bool OneOf(int32_t p, std::initializer_list<int32_t> list) {
-  for (int32_t x : list)
-    if (p == x) return true;
-  return false;
-}
 
 // Firmware compiled after 2007-12-05 has the automatic transmitter restore
 // and the full fault log.

@@ -1,4 +1,5 @@
 #include "unit/unit_type.h"
+#include "basic/one_of.h"
 
 #include <initializer_list>
 
@@ -13,18 +14,6 @@
 namespace amp {
 
 namespace {
-
-bool OneOf(int32_t p, std::initializer_list<int32_t> list) {
-  for (int32_t x : list)
-    if (p == x) return true;
-  return false;
-}
-
-bool OneOf(std::string_view s, std::initializer_list<std::string_view> list) {
-  for (std::string_view x : list)
-    if (s == x) return true;
-  return false;
-}
 
 // "715-####-###" with a digit at every "#".
 bool IsPartNumber(std::string_view s) {
