@@ -28,7 +28,6 @@
 namespace amp {
 namespace {
 
-using sim::Simulator;
 
 struct Reading {
   double value;

@@ -16,7 +16,6 @@
 namespace amp {
 namespace {
 
-using sim::Simulator;
 
 struct Expected {
   const char* profile;
