@@ -414,13 +414,16 @@ bool PowerLevel(std::string_view v, bool dBm, double* out) {
   return x >= 0 && x < 64.0;
 }
 
-// "G" / "GM": constant power level. While constant power is on the forward
-// power follows it.
+// "G" / "GM": constant power at a level. A host switches constant power on
+// by sending the level to hold (it never sends "<"), so the level also turns
+// it on; "H" turns it off. With the transmitter on, the forward power
+// follows the held level.
 Reply ConstLevel(UnitState& u, const Row& row, const Match& m) {
   double dBm = 0;
   if (!Has(u, "const_level") || !PowerLevel(m.v, row.form[0] == 'M', &dBm)) return Refuse(m);
   u.values["const_level"] = Fixed(dBm, 1);
-  if ((u.summary[0] & summary::kConstPower) && Has(u, "fwd_power")) u.values["fwd_power"] = Fixed(dBm, 1);
+  SetBits(S(u, 0), summary::kConstPower, true);
+  if ((u.summary[0] & summary::kTxOn) && Has(u, "fwd_power")) u.values["fwd_power"] = Fixed(dBm, 1);
   return Ack(m);
 }
 

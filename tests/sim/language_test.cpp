@@ -625,13 +625,16 @@ TEST(Actions, ChangeTheStatusWordsAsTheHostReadsThem) {
   EXPECT_FALSE(Poll(u).summary[0] & summary::kInhibit);
   EXPECT_EQ(Ask(u, ".?P54"), ".P54 0");
 
+  // The level to hold switches constant power on; "H" off, "<" on again.
   ASSERT_TRUE(Send(u, "GM52.0").ack);
-  ASSERT_TRUE(Send(u, "<").ack);
   EXPECT_TRUE(Poll(u).summary[0] & summary::kConstPower);
   double fwd = std::atof(Ask(u, "?P").substr(1).c_str());
   EXPECT_NEAR(fwd, 52.0, 0.35);  // the forward power follows the level
   ASSERT_TRUE(Send(u, "H").ack);
   EXPECT_FALSE(Poll(u).summary[0] & summary::kConstPower);
+  ASSERT_TRUE(Send(u, "<").ack);
+  EXPECT_TRUE(Poll(u).summary[0] & summary::kConstPower);
+  ASSERT_TRUE(Send(u, "H").ack);
 
   // Waveguide: manual moves, refused in automatic mode, configuration index.
   ASSERT_TRUE(Send(u, "U0").ack);
