@@ -21,15 +21,20 @@
 #include "basic/numbers.h"
 #include "cli/cli_session.h"
 #include "cli/console_dialogs.h"
-#include "cli/panel_script.h"
 #include "cli/panel_text.h"
 #include "cli/send_console.h"
 #include "cli/state_json.h"
+#include "display/panel_script.h"
 #include "qt/qt_com_slots.h"
 #include "qt/sim_process.h"
 
 namespace amp::cli {
 namespace {
+
+using ui::ParseScript;
+using ui::PanelScript;
+using ui::ScriptAction;
+using ui::ValidateScript;
 
 constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;

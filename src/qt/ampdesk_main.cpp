@@ -37,7 +37,7 @@ int main(int argc, char** argv) {
   std::string error;
   if (!desktop.Start(&error)) {
     std::fprintf(stderr, "ampdesk: %s\n", error.c_str());
-    return 1;
+    return desktop.StartFailureCode();
   }
   return desktop.Exec();
 }

@@ -1,12 +1,19 @@
 #include "qt/desktop_app.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <iterator>
 #include <map>
+#include <optional>
+#include <sstream>
 
+#include "basic/json.h"
 #include "basic/numbers.h"
 #include "qt/forms.h"
 #include "qt/ini_settings_store.h"
@@ -71,6 +78,27 @@ int SlotForDevice(ComSlots& slots, const std::string& device) {
 
 bool StartsWith(const std::string& s, const char* prefix) { return s.rfind(prefix, 0) == 0; }
 
+constexpr const char* kDisconnectCaption = "Disconnect";
+// How long the script waits for the session before it gives up.
+constexpr int kScriptConnectWaitMs = 30000;
+
+// The script's text from FILE, or from standard input for "-".
+bool ReadScriptText(const std::string& name, std::string* text, std::string* error) {
+  if (name == "-") {
+    text->assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+    return true;
+  }
+  std::ifstream in(name, std::ios::binary);
+  if (!in) {
+    *error = "cannot read the script " + name;
+    return false;
+  }
+  std::ostringstream buf;
+  buf << in.rdbuf();
+  *text = buf.str();
+  return true;
+}
+
 }  // namespace
 
 std::string DesktopUsage() {
@@ -95,34 +123,87 @@ std::string DesktopUsage() {
          "                         instead of the user's\n"
          "  --trace FILE           log every frame both ways (time, hex, text) to\n"
          "                         FILE, - for stderr\n"
+         "  --sim-arg ARG          pass ARG to the simulated amplifier of --demo\n"
+         "                         (repeatable), e.g. --sim-arg=--local or\n"
+         "                         --sim-arg=--status=T@E@,H@@@,@@@@ for a fault\n"
+         "  --script FILE          once connected, run the panel actions of FILE\n"
+         "                         (- for standard input) as the operator would\n"
          "  --screenshot FILE      save a PNG picture of the window, then exit\n"
-         "  --after MS             take the screenshot MS milliseconds after start\n"
+         "  --after MS             take the screenshot MS milliseconds after start,\n"
+         "                         or with --script after the script ends\n"
          "                         (default 0)\n"
          "  --help                 show this text\n"
+         "Options that take a value also take it as --option=VALUE.\n"
          "\n"
          "The unit given by --demo, --tcp or --serial is for this run only: the\n"
          "stored connection settings (Ethernet on or off, IP address and port,\n"
          "serial port, line settings, poll address) stay as they were.\n"
          "\n"
-         "Exit codes: 0 done; 1 the program could not start or the screenshot\n"
-         "could not be saved; 2 bad arguments.\n";
+         "Panel script (--script), one action per line; # starts a comment line:\n"
+         "  click CONTROL              a button, menu entry or option button; a check\n"
+         "                             box toggles\n"
+         "  type CONTROL TEXT          each character through the field's key handler\n"
+         "  key CONTROL KEY            one key: Enter, Esc, Backspace, or a character\n"
+         "  set CONTROL TEXT           replace the field's text without key handling\n"
+         "  leave CONTROL              the focus leaves the field (Validate, LostFocus)\n"
+         "  focus CONTROL              the focus enters the field (GotFocus)\n"
+         "  select CONTROL INDEX|TEXT  choose an item of a combo or list\n"
+         "  up CONTROL / down CONTROL  up-down clicks\n"
+         "  dblclick CONTROL\n"
+         "  poll [N]                   N ticks of the poll timer now (default 1)\n"
+         "  wait MS                    let the panel run (and poll) for MS ms\n"
+         "  dump                       print the state as JSON on standard output\n"
+         "CONTROL is a name of the main panel (chkPS, txtAtnDB, FaultAbit(3)) or\n"
+         "frmName.control in a dialog (frmCom.cbBaud). The language and the check\n"
+         "are those of ampdesk-cli script: the whole script is checked before\n"
+         "anything is connected, and a bad line is reported with its number (exit\n"
+         "2). Once the session is up the actions run in order while the window\n"
+         "shows their effect; the poll timer keeps running as usual. A dialog an\n"
+         "action opens is shown and answered by the lines that follow; a dialog\n"
+         "left open at the end stays open for the operator, and so does the panel.\n"
+         "Message boxes wait for the operator.\n"
+         "\n"
+         "Exit codes: 0 done; 1 the program could not start, the screenshot could\n"
+         "not be saved, or the script could not run to its end; 2 bad arguments\n"
+         "or a bad script.\n";
 }
 
 std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOptions& o) {
   bool haveAfter = false;
   for (size_t i = 0; i < args.size(); ++i) {
-    const std::string& a = args[i];
+    // --option=VALUE is --option VALUE.
+    std::string a = args[i];
+    std::optional<std::string> inlineValue;
+    if (StartsWith(a, "--")) {
+      if (const auto eq = a.find('='); eq != std::string::npos) {
+        inlineValue = a.substr(eq + 1);
+        a.resize(eq);
+      }
+    }
     auto value = [&](std::string* out) -> std::string {
+      if (inlineValue) {
+        if (inlineValue->empty()) return a + " needs a value";
+        *out = *inlineValue;
+        return {};
+      }
       if (i + 1 >= args.size() || args[i + 1].empty()) return a + " needs a value";
       *out = args[++i];
       return {};
     };
     std::string v;
+    if (inlineValue && a == "--help") return "--help takes no value";
+    if (inlineValue && a == "--demo" && inlineValue->empty()) return "--demo= needs a profile name";
     if (a == "--help" || a == "-h") {
       o.help = true;
     } else if (a == "--demo") {
       o.demo = true;
-      if (i + 1 < args.size() && !StartsWith(args[i + 1], "-")) o.demoProfile = args[++i];
+      if (inlineValue) o.demoProfile = *inlineValue;
+      else if (i + 1 < args.size() && !StartsWith(args[i + 1], "-")) o.demoProfile = args[++i];
+    } else if (a == "--sim-arg") {
+      if (auto err = value(&v); !err.empty()) return err;
+      o.simArgs.push_back(v);
+    } else if (a == "--script") {
+      if (auto err = value(&o.script); !err.empty()) return err;
     } else if (a == "--tcp") {
       if (auto err = value(&v); !err.empty()) return err;
       const auto colon = v.rfind(':');
@@ -162,6 +243,8 @@ std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOpt
   const int sources = int(o.demo) + int(!o.tcpHost.empty()) + int(!o.serialDevice.empty());
   if (sources > 1) return "give at most one of --demo, --tcp and --serial";
   if (haveAfter && o.screenshot.empty()) return "--after goes with --screenshot FILE";
+  if (!o.simArgs.empty() && !o.demo) return "--sim-arg goes with --demo";
+  if (!o.script.empty() && sources == 0) return "--script needs a unit: --demo, --tcp or --serial";
   if ((!o.lineSettings.empty() || !o.address.empty()) && o.serialDevice.empty())
     return "--settings and --address go with --serial";
   if (!o.serialDevice.empty()) {
@@ -184,21 +267,7 @@ DesktopApp::~DesktopApp() {
 SettingsStore& DesktopApp::settings() { return *settings_; }
 
 bool DesktopApp::Start(std::string* error) {
-  std::string host;
-  int tcpPort = 0;
-  if (options_.demo) {
-    std::vector<std::string> args = {"--tcp", "127.0.0.1:0"};
-    if (!options_.demoProfile.empty()) args.insert(args.end(), {"--profile", options_.demoProfile});
-    if (!sim_.Start(SimProcess::Locate(QCoreApplication::applicationDirPath().toStdString()), args, error))
-      return false;
-    host = sim_.TcpHost();
-    tcpPort = sim_.TcpPort();
-    std::fprintf(stderr, "ampdesk: simulated amplifier on %s:%d\n", host.c_str(), tcpPort);
-  } else if (!options_.tcpHost.empty()) {
-    host = options_.tcpHost;
-    tcpPort = options_.tcpPort;
-  }
-
+  startFailureCode_ = 1;
   if (!options_.settingsFile.empty()) {
     storedSettings_ = std::make_unique<IniSettingsStore>(options_.settingsFile);
   } else if (options_.demo) {
@@ -211,6 +280,36 @@ bool DesktopApp::Start(std::string* error) {
     storedSettings_ = std::make_unique<QtSettingsStore>();
   }
   settings_ = std::make_unique<TargetSettings>(*storedSettings_);
+  // The panel reads its settings when it loads, below; the target is laid
+  // over them before that.
+  desk_ = std::make_unique<AmpDesk>(
+      AmpDeskHost{port_, slots_, sckTcp_, timer1_, pump_, clock_, dialogs_, *settings_});
+  desk_->EndProgram = [this] {
+    if (onEnd) onEnd();
+  };
+
+  // The whole script is checked against the forms before anything starts.
+  if (!options_.script.empty() && !LoadScript(error)) {
+    startFailureCode_ = 2;
+    return false;
+  }
+
+  std::string host;
+  int tcpPort = 0;
+  if (options_.demo) {
+    std::vector<std::string> args = {"--tcp", "127.0.0.1:0"};
+    if (!options_.demoProfile.empty()) args.insert(args.end(), {"--profile", options_.demoProfile});
+    args.insert(args.end(), options_.simArgs.begin(), options_.simArgs.end());
+    if (!sim_.Start(SimProcess::Locate(QCoreApplication::applicationDirPath().toStdString()), args, error))
+      return false;
+    host = sim_.TcpHost();
+    tcpPort = sim_.TcpPort();
+    std::fprintf(stderr, "ampdesk: simulated amplifier on %s:%d\n", host.c_str(), tcpPort);
+  } else if (!options_.tcpHost.empty()) {
+    host = options_.tcpHost;
+    tcpPort = options_.tcpPort;
+  }
+
   if (!host.empty()) {
     settings_->Override("UseEnet", "True");
     settings_->Override("UseIP", host);
@@ -226,11 +325,6 @@ bool DesktopApp::Start(std::string* error) {
     }
   }
 
-  desk_ = std::make_unique<AmpDesk>(
-      AmpDeskHost{port_, slots_, sckTcp_, timer1_, pump_, clock_, dialogs_, *settings_});
-  desk_->EndProgram = [this] {
-    if (onEnd) onEnd();
-  };
   if (!options_.trace.empty()) {
     if (!trace_.Open(options_.trace, error)) return false;
     desk_->comms.Link.trace = [this](char d, std::string_view bytes) { trace_.Write(d, bytes); };
@@ -259,9 +353,123 @@ bool DesktopApp::Start(std::string* error) {
       if (auto* button = window_->findChild<QPushButton*>("btnConnect")) button->click();
     });
   }
-  if (!options_.screenshot.empty())
-    QTimer::singleShot(options_.screenshotAfterMs, window_.get(), [this] { TakeScreenshot(); });
+  if (!options_.script.empty()) {
+    RunScriptOnceConnected();
+  } else {
+    ScheduleScreenshot();
+  }
   return true;
+}
+
+bool DesktopApp::LoadScript(std::string* error) {
+  scriptName_ = options_.script == "-" ? "<stdin>" : options_.script;
+  std::string text;
+  if (!ReadScriptText(options_.script, &text, error)) return false;
+  auto bad = ui::ParseScript(text, scriptActions_);
+  if (!bad) bad = ui::ValidateScript(scriptActions_, desk_->Forms());
+  if (bad) {
+    *error = scriptName_ + ": " + bad->Text();
+    return false;
+  }
+  return true;
+}
+
+void DesktopApp::RunScriptOnceConnected() {
+  // Checked from the main loop: the script starts once the session is up,
+  // and never inside a poll or under a box (whose loop would then hold it).
+  auto* check = new QTimer(window_.get());
+  auto clock = std::make_shared<QElapsedTimer>();
+  clock->start();
+  check->setInterval(50);
+  QObject::connect(check, &QTimer::timeout, window_.get(), [this, check, clock] {
+    if (desk_->Unloaded()) {
+      check->stop();
+      check->deleteLater();
+      return;
+    }
+    if (clock->elapsed() > kScriptConnectWaitMs) {
+      check->stop();
+      check->deleteLater();
+      std::fprintf(stderr, "ampdesk: %s: no session with the unit after %d s; the script did not run\n",
+                   scriptName_.c_str(), kScriptConnectWaitMs / 1000);
+      scriptFailed_ = true;
+      scriptEnded_ = true;
+      ScheduleScreenshot();
+      return;
+    }
+    if (desk_->frmMain.btnConnect.Caption() != kDisconnectCaption || timer1_.Running() ||
+        QApplication::activeModalWidget())
+      return;
+    check->stop();
+    check->deleteLater();
+    RunScript();
+  });
+  check->start();
+}
+
+void DesktopApp::RunScript() {
+  ui::PanelScript::Host host;
+  host.forms = desk_->Forms();
+  host.pollTick = [this] { timer1_.Fire(); };
+  host.pollRunning = [this] { return timer1_.Enabled(); };
+  host.wait = [this](int ms) { WaitMs(ms); };
+  host.dump = [this](const ui::Form* dialog) {
+    JsonWriter w;
+    w.BeginObject();
+    w.Key("connected").Bool(desk_->frmMain.btnConnect.Caption() == kDisconnectCaption);
+    w.Key("form").Raw(desk_->frmMain.DumpJson());
+    w.Key("dialog");
+    if (dialog) {
+      w.Raw(dialog->DumpJson());
+    } else {
+      w.Null();
+    }
+    w.EndObject();
+    std::printf("%s\n", w.str().c_str());
+    std::fflush(stdout);
+  };
+  host.beforeAction = [this](const ui::ScriptAction&) {
+    // The operator closed the panel meanwhile: nothing more to act on.
+    if (desk_->Unloaded() && script_) script_->Stop();
+  };
+  host.note = [this](const std::string& text) {
+    std::fprintf(stderr, "ampdesk: %s: %s\n", scriptName_.c_str(), text.c_str());
+  };
+  script_ = std::make_unique<ui::PanelScript>(std::move(host), std::move(scriptActions_));
+  script_->onEnd = [this](const ui::Form* dialog) { OnScriptEnd(dialog); };
+  dialogs_.modalDriver = [this](ui::Form& form) { script_->RunModal(form); };
+  script_->Run();
+  dialogs_.modalDriver = nullptr;
+}
+
+void DesktopApp::OnScriptEnd(const ui::Form* dialog) {
+  scriptEnded_ = true;
+  if (const auto& failure = script_->Failure()) {
+    std::fprintf(stderr, "ampdesk: %s: %s\n", scriptName_.c_str(), failure->Text().c_str());
+    scriptFailed_ = true;
+  }
+  if (dialog)
+    std::fprintf(stderr, "ampdesk: %s: the script ended with %s open; it is the operator's now\n",
+                 scriptName_.c_str(), dialog->Name().c_str());
+  std::fflush(stderr);
+  ScheduleScreenshot();
+}
+
+void DesktopApp::WaitMs(int ms) {
+  QElapsedTimer clock;
+  clock.start();
+  for (qint64 left = ms; left > 0; left = ms - clock.elapsed()) {
+    if (desk_->Unloaded()) {
+      if (script_) script_->Stop();
+      return;
+    }
+    pump_.WaitForEvents(static_cast<int>(std::min<qint64>(left, 100)));
+  }
+}
+
+void DesktopApp::ScheduleScreenshot() {
+  if (options_.screenshot.empty()) return;
+  QTimer::singleShot(options_.screenshotAfterMs, window_.get(), [this] { TakeScreenshot(); });
 }
 
 void DesktopApp::TakeScreenshot() {
@@ -278,7 +486,7 @@ void DesktopApp::TakeScreenshot() {
 
 int DesktopApp::Exec() {
   const int rc = QApplication::exec();
-  return screenshotFailed_ ? 1 : rc;
+  return screenshotFailed_ || scriptFailed_ ? 1 : rc;
 }
 
 }  // namespace amp

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/amp_desk.h"
+#include "display/panel_script.h"
 #include "link/frame_trace.h"
 #include "platform/com_slots.h"
 #include "qt/binder.h"
@@ -36,6 +37,8 @@ struct DesktopOptions {
   std::string trace;
   std::string screenshot;
   int screenshotAfterMs = 0;
+  std::string script;                // --script: panel actions to run once connected
+  std::vector<std::string> simArgs;  // --sim-arg: more arguments for the demo's ampsim
 };
 
 // "" when `args` (without the program name) are good, else the error.
@@ -49,12 +52,20 @@ class DesktopApp {
   DesktopApp(const DesktopApp&) = delete;
   DesktopApp& operator=(const DesktopApp&) = delete;
 
-  // Starts the simulated unit (--demo), builds and loads the panel, shows the
-  // window and, when a unit was named, clicks Connect once the event loop
-  // runs. False with the reason in `error` when it cannot start.
+  // Checks the script (--script), starts the simulated unit (--demo), builds
+  // and loads the panel, shows the window and, when a unit was named, clicks
+  // Connect once the event loop runs; the script runs once the session is
+  // up. False with the reason in `error` when it cannot start; then
+  // StartFailureCode() is the exit code (2 for a bad script, else 1).
   bool Start(std::string* error);
+  int StartFailureCode() const { return startFailureCode_; }
   // Runs the event loop until the program ends; the exit code.
   int Exec();
+
+  // The script's progress, for tests.
+  bool ScriptStarted() const { return script_ != nullptr; }
+  bool ScriptEnded() const { return scriptEnded_; }
+  bool ScriptFailed() const { return scriptFailed_; }
 
   // What ends the program (after the panel has unloaded); quits the event
   // loop unless replaced.
@@ -70,6 +81,12 @@ class DesktopApp {
 
  private:
   class TargetSettings;
+  bool LoadScript(std::string* error);
+  void RunScriptOnceConnected();
+  void RunScript();
+  void OnScriptEnd(const ui::Form* dialog);
+  void WaitMs(int ms);
+  void ScheduleScreenshot();
   void TakeScreenshot();
 
   DesktopOptions options_;
@@ -89,6 +106,12 @@ class DesktopApp {
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<FormBinder> binder_;
   bool screenshotFailed_ = false;
+  int startFailureCode_ = 1;
+  std::string scriptName_;
+  std::vector<ui::ScriptAction> scriptActions_;
+  std::unique_ptr<ui::PanelScript> script_;
+  bool scriptEnded_ = false;
+  bool scriptFailed_ = false;
 };
 
 }  // namespace amp

@@ -4,6 +4,7 @@
 
 #include "ui_frm_about.h"
 #include "ui_frm_com.h"
+#include "ui_frm_set_sub_band.h"
 
 namespace amp {
 namespace {
@@ -25,6 +26,7 @@ QtDialogs::FormFactory WindowOf() {
 void RegisterDialogWindows(QtDialogs& dialogs) {
   dialogs.RegisterForm("frmAbout", WindowOf<Ui::frmAbout>());
   dialogs.RegisterForm("frmCom", WindowOf<Ui::frmCom>());
+  dialogs.RegisterForm("frmSetSubBand", WindowOf<Ui::frmSetSubBand>());
 }
 
 }  // namespace amp

@@ -1,6 +1,7 @@
 #include "qt/qt_dialogs.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -135,9 +136,14 @@ void QtDialogs::ShowModal(ui::Form& form) {
       window->show();
       window->raise();
       window->activateWindow();
+      if (modalDriver) {
+        // The window is drawn before the driver acts on it.
+        QCoreApplication::processEvents();
+        modalDriver(form);
+      }
       // The application quitting ends every loop; the form is then unloaded
       // here so that nothing waits for it.
-      loop.exec();
+      if (form.Loaded()) loop.exec();
       form.RemoveObserver(id);
       if (form.Loaded()) form.Unload();
     }

@@ -41,6 +41,11 @@ class QtDialogs : public Dialogs {
   // when no window is registered for it: then a box says so).
   void ShowModal(ui::Form& form) override;
 
+  // When set, runs once the window of a modal form is up (a panel script
+  // answering the dialog); the operator has the window when it returns with
+  // the form still loaded.
+  std::function<void(ui::Form& form)> modalDriver;
+
   // The window of the modal form on top, or null; for tests.
   QWidget* ActiveFormWindow() const { return active_; }
 

@@ -35,6 +35,10 @@ void QtTimer::SetEnabled(bool on) {
   Restart();
 }
 
+void QtTimer::Fire() {
+  if (enabled_) Tick();
+}
+
 void QtTimer::Restart() {
   // Setting the interval or enabling starts a fresh period.
   if (enabled_ && interval_ > 0) {

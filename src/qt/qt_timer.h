@@ -21,6 +21,11 @@ class QtTimer final : public Timer {
   int Interval() const override { return interval_; }
   void SetEnabled(bool on) override;
   bool Enabled() const override { return enabled_; }
+  // One tick now, as when the interval runs out (none while disabled or while
+  // the handler is already on the stack).
+  void Fire();
+  // Whether the handler is on the stack (it pumps events while it waits).
+  bool Running() const { return running_; }
 
  private:
   void Restart();

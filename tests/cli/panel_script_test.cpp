@@ -10,11 +10,17 @@
 #include "app/amp_desk.h"
 #include "cli/cli_session.h"
 #include "cli/console_dialogs.h"
-#include "cli/panel_script.h"
+#include "display/panel_script.h"
 #include "support/fakes.h"
 
 namespace amp::cli {
 namespace {
+
+using ui::ParseScript;
+using ui::PanelScript;
+using ui::ScriptAction;
+using ui::ScriptError;
+using ui::ValidateScript;
 
 using Verb = ScriptAction::Verb;
 

@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTextStream>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -206,6 +208,82 @@ TEST_F(AmpdeskWindow, WithoutAUnitThePanelWaitsAndTheAboutBoxOpensFromTheHelpMen
   EXPECT_EQ(app.dialogs().ActiveFormWindow(), nullptr);
 }
 
+// Frames the simulated unit received (its --frame-log) that carry exactly
+// `command` after the address.
+int FramesReceived(const QString& log, const std::string& command) {
+  QFile f(log);
+  if (!f.open(QIODevice::ReadOnly)) return -1;
+  const QString wanted = Q("<STX>A" + command + "<ETX>");
+  int n = 0;
+  QTextStream in(&f);
+  for (int i = 0; i < 100000 && !in.atEnd(); ++i)
+    if (in.readLine().contains(wanted)) ++n;
+  return n;
+}
+
+class AmpdeskScript : public AmpdeskWindow {
+ protected:
+  // A demo run of `profile` with `script` as its --script file.
+  DesktopOptions Scripted(const std::string& profile, const std::string& script,
+                          std::vector<std::string> simArgs = {}) {
+    const std::string path = dir_.filePath("run.txt").toStdString();
+    std::ofstream(path) << script;
+    DesktopOptions o = Demo(profile);
+    o.script = path;
+    o.simArgs = std::move(simArgs);
+    return o;
+  }
+};
+
+TEST_F(AmpdeskScript, ClickingTheTransmitterBoxTurnsTheUnitOnAndTheWindowShowsIt) {
+  // The unit starts in standby (S1: standby and remote, no transmitter bit).
+  const QString log = dir_.filePath("frames.log");
+  DesktopApp app(Scripted("twta127", "# the operator's first action\nclick chkPS\nwait 3000\n",
+                          {"--status=L@E@,@@@@,@@@@", "--frame-log=" + log.toStdString()}));
+  app.onEnd = [] {};
+  std::string error;
+  ASSERT_TRUE(app.Start(&error)) << error;
+  ASSERT_TRUE(PumpUntil([&] { return app.ScriptEnded(); }, 40000)) << "the script did not run to its end";
+  EXPECT_FALSE(app.ScriptFailed());
+
+  ui::FrmMain& f = app.desk().frmMain;
+  EXPECT_EQ(FramesReceived(log, "@"), 1) << "the transmitter-on command, once";
+  EXPECT_EQ(FramesReceived(log, "A"), 0) << "no transmitter-off command";
+  // What the unit reported after the command, in the model and the window.
+  EXPECT_EQ(f.chkPS.Value(), 1);
+  EXPECT_TRUE(app.window().findChild<QCheckBox*>("chkPS")->isChecked());
+  EXPECT_EQ(f.Label31.Caption(), "HV On");
+  EXPECT_EQ(app.window().findChild<QLabel*>("Label31")->text(), "HV On");
+  EXPECT_TRUE(app.window().findChild<QCheckBox*>("chkConstPwr")->isEnabled())
+      << "constant power can be set with the transmitter on";
+  EXPECT_EQ(MismatchesBetweenModelAndWindow(app), std::vector<std::string>{});
+  app.window().close();
+}
+
+TEST_F(AmpdeskScript, ADialogIsShownAsAWindowWhileTheScriptAnswersIt) {
+  DesktopApp app(Scripted("sspa120", "click mnuHelpAbout\nwait 400\nclick frmAbout.cmdOK\nwait 100\n"));
+  app.onEnd = [] {};
+  std::string error;
+  ASSERT_TRUE(app.Start(&error)) << error;
+  // Seen from outside while the script is inside the dialog; nobody clicks.
+  std::string title;
+  bool loadedThen = false;
+  auto seen = test::WhenModalAppears(
+      [&](QWidget* w) {
+        title = w->windowTitle().toStdString();
+        loadedThen = app.desk().frmAbout.Loaded();
+      },
+      30000);
+  ASSERT_TRUE(PumpUntil([&] { return app.ScriptEnded(); }, 40000));
+  EXPECT_FALSE(app.ScriptFailed());
+  EXPECT_TRUE(*seen) << "the dialog was never shown";
+  EXPECT_EQ(title, "About AmpDesk");
+  EXPECT_TRUE(loadedThen);
+  EXPECT_FALSE(app.desk().frmAbout.Loaded()) << "the script's OK closed it";
+  EXPECT_EQ(app.dialogs().ActiveFormWindow(), nullptr);
+  app.window().close();
+}
+
 TEST(AmpdeskOptions, ReadsEachOptionAndRefusesWhatMakesNoSense) {
   struct Case {
     std::vector<std::string> args;
@@ -233,6 +311,14 @@ TEST(AmpdeskOptions, ReadsEachOptionAndRefusesWhatMakesNoSense) {
       {{"--serial", "COM2", "--settings", "19200"}, "bad line settings"},
       {{"--serial", "COM2", "--address", "b"}, "bad address"},
       {{"--tcp", "192.0.2.10", "--address", "B"}, "go with --serial"},
+      {{"--demo", "--sim-arg", "--local", "--sim-arg=--status=L@E@,@@@@,@@@@"}, ""},
+      {{"--tcp", "192.0.2.10", "--sim-arg", "--local"}, "goes with --demo"},
+      {{"--demo", "--sim-arg"}, "needs a value"},
+      {{"--demo", "--script=run.txt"}, ""},
+      {{"--tcp", "192.0.2.10", "--script", "run.txt"}, ""},
+      {{"--script", "run.txt"}, "needs a unit"},
+      {{"--demo", "--script="}, "needs a value"},
+      {{"--help=yes"}, "takes no value"},
   };
   for (const Case& c : cases) {
     DesktopOptions o;
@@ -253,6 +339,14 @@ TEST(AmpdeskOptions, ReadsEachOptionAndRefusesWhatMakesNoSense) {
   EXPECT_EQ(d.demoProfile, "dualtwt108");
   EXPECT_EQ(d.screenshot, "s.png");
   EXPECT_EQ(d.screenshotAfterMs, 250);
+  DesktopOptions sa;
+  ASSERT_EQ(ParseDesktopOptions({"--demo=sspa120", "--sim-arg", "--local", "--sim-arg=--status=L@A@,H@@@,@@@@",
+                                 "--script", "run.txt"},
+                                sa),
+            "");
+  EXPECT_EQ(sa.demoProfile, "sspa120");
+  EXPECT_EQ(sa.simArgs, (std::vector<std::string>{"--local", "--status=L@A@,H@@@,@@@@"}));
+  EXPECT_EQ(sa.script, "run.txt");
   DesktopOptions t;
   ASSERT_EQ(ParseDesktopOptions({"--tcp", "127.0.0.1:2101"}, t), "");
   EXPECT_EQ(t.tcpHost, "127.0.0.1");
@@ -301,6 +395,32 @@ TEST_F(AmpdeskProgram, HelpBadArgumentsAndAScreenshotOfADemoSession) {
 
   EXPECT_EQ(Run({"--demo", "--screenshot", dir.filePath("no/such/folder/x.png"), "--after", "200"}, &err), 1);
   EXPECT_TRUE(err.contains("cannot save the screenshot")) << err.toStdString();
+}
+
+TEST_F(AmpdeskProgram, ABadScriptIsReportedWithItsLineBeforeAnythingStarts) {
+  QTemporaryDir dir;
+  ASSERT_TRUE(dir.isValid());
+  struct Case {
+    const char* text;
+    const char* message;
+  };
+  const Case cases[] = {
+      {"click chkPS\nclick chkNoSuchBox\n", "line 2: unknown control 'chkNoSuchBox'"},
+      {"# comment\n\nwait 100\npress chkPS\n", "line 4:"},
+      {"click frmAbout.cmdNope\n", "line 1:"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    const QString path = dir.filePath("bad.txt");
+    std::ofstream(path.toStdString()) << c.text;
+    QString err;
+    EXPECT_EQ(Run({"--demo", "--settings-file", dir.filePath("s.ini"), "--script", path}, &err), 2);
+    EXPECT_TRUE(err.contains(c.message)) << err.toStdString();
+    EXPECT_FALSE(err.contains("simulated amplifier")) << "nothing is started for a bad script";
+  }
+  QString err;
+  EXPECT_EQ(Run({"--demo", "--script", dir.filePath("missing.txt")}, &err), 2);
+  EXPECT_TRUE(err.contains("cannot read the script")) << err.toStdString();
 }
 
 }  // namespace

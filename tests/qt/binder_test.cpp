@@ -23,6 +23,7 @@
 
 #include "display/frm_about.h"
 #include "display/frm_com.h"
+#include "display/frm_set_sub_band.h"
 #include "qt/forms.h"
 #include "qt/qt_dialogs.h"
 #include "ui_test_support.h"
@@ -87,7 +88,8 @@ TEST(FormBinderDialogWindows, EveryControlOfEachDialogHasItsWidget) {
   RegisterDialogWindows(dialogs);
   ui::FrmCom com;
   ui::FrmAbout about;
-  for (ui::Form* form : std::initializer_list<ui::Form*>{&com, &about}) {
+  ui::FrmSetSubBand subBand;
+  for (ui::Form* form : std::initializer_list<ui::Form*>{&com, &about, &subBand}) {
     SCOPED_TRACE(form->Name());
     std::unique_ptr<QWidget> w = dialogs.BuildWindow(form->Name(), nullptr);
     ASSERT_NE(w, nullptr);
@@ -119,6 +121,41 @@ TEST(FormBinderDialogWindows, OptionButtonsFollowTheirModelGroupsNotTheirParents
   EXPECT_FALSE(w->findChild<QRadioButton*>("optParity_0")->isChecked());
   EXPECT_TRUE(odd->isChecked());
   EXPECT_TRUE(w->findChild<QRadioButton*>("optDataBits_1")->isChecked()) << "another group is left alone";
+}
+
+TEST(FormBinderDialogWindows, TheSubBandDialogShowsTheButtonsOfTheSubBandsTheModelHolds) {
+  QtDialogs dialogs;
+  RegisterDialogWindows(dialogs);
+  ui::FrmSetSubBand sb;
+  std::unique_ptr<QWidget> w = dialogs.BuildWindow("frmSetSubBand", nullptr);
+  ASSERT_NE(w, nullptr);
+  FormBinder binder(sb, w.get());
+  std::vector<int> clicks;
+  for (int i = 0; i < ui::FrmSetSubBand::kSubBands; ++i) sb.optSelectedSB[i].Click = [&clicks, i] { clicks.push_back(i); };
+  // The model hides every button until the dialog loads; three sub-bands then.
+  for (int i = 0; i < 3; ++i) {
+    sb.optSelectedSB[i].SetCaption("#" + std::to_string(i + 1) + "  1" + std::to_string(i) + ".7 GHz");
+    sb.optSelectedSB[i].SetVisible(true);
+  }
+  sb.optSelectedSB[1].SetValue(true);
+  clicks.clear();
+  w->show();
+  std::vector<std::string> shown;
+  for (int i = 0; i < ui::FrmSetSubBand::kSubBands; ++i) {
+    auto* r = w->findChild<QRadioButton*>(QString("optSelectedSB_%1").arg(i));
+    ASSERT_NE(r, nullptr) << i;
+    if (!r->isHidden()) shown.push_back(r->text().toStdString());
+  }
+  EXPECT_EQ(shown, (std::vector<std::string>{"#1  10.7 GHz", "#2  11.7 GHz", "#3  12.7 GHz"}));
+  EXPECT_TRUE(w->findChild<QRadioButton*>("optSelectedSB_1")->isChecked());
+
+  // On its caption: a radio button takes clicks on its circle and text only.
+  auto* third = w->findChild<QRadioButton*>("optSelectedSB_2");
+  QTest::mouseClick(third, Qt::LeftButton, {}, QPoint(8, third->height() / 2));
+  EXPECT_EQ(clicks, std::vector<int>{2});
+  EXPECT_TRUE(sb.optSelectedSB[2].Value());
+  EXPECT_FALSE(sb.optSelectedSB[1].Value());
+  EXPECT_FALSE(w->findChild<QRadioButton*>("optSelectedSB_1")->isChecked());
 }
 
 TEST(FormBinderMainWindow, DesignCaptionsOfTheModelAreShownAtBind) {

@@ -1,9 +1,9 @@
-#include "cli/panel_script.h"
+#include "display/panel_script.h"
 
 #include <algorithm>
 #include <cctype>
 
-namespace amp::cli {
+namespace amp::ui {
 
 namespace {
 
@@ -82,13 +82,13 @@ std::optional<int> KeyCode(std::string_view key) {
   return std::nullopt;
 }
 
-bool Is(const ui::Control& c, std::initializer_list<const char*> kinds) {
+bool Is(const Control& c, std::initializer_list<const char*> kinds) {
   const std::string_view kind = c.Kind();
   return std::any_of(kinds.begin(), kinds.end(), [&](const char* k) { return kind == k; });
 }
 
 // Whether a control of this kind can take the action, as on a real panel.
-bool Takes(Verb v, const ui::Control& c) {
+bool Takes(Verb v, const Control& c) {
   switch (v) {
     case Verb::Click:
       return !Is(c, {"Timer", "UpDown"});
@@ -118,20 +118,20 @@ const VerbSpec& SpecOf(Verb v) {
   return kVerbs[0];
 }
 
-std::string FullName(const ScriptAction& a, const std::vector<ui::Form*>& forms) {
+std::string FullName(const ScriptAction& a, const std::vector<Form*>& forms) {
   if (forms.empty() || a.form == forms.front()->Name()) return a.control;
   return a.form + "." + a.control;
 }
 
-std::string TextOf(const ui::Control& c) {
-  if (auto* t = dynamic_cast<const ui::TextBox*>(&c)) return t->Text();
-  if (auto* l = dynamic_cast<const ui::ListControl*>(&c)) return l->Text();
+std::string TextOf(const Control& c) {
+  if (auto* t = dynamic_cast<const TextBox*>(&c)) return t->Text();
+  if (auto* l = dynamic_cast<const ListControl*>(&c)) return l->Text();
   return {};
 }
 
-void SetTextOf(ui::Control& c, std::string_view text) {
-  if (auto* t = dynamic_cast<ui::TextBox*>(&c)) t->SetText(text);
-  if (auto* l = dynamic_cast<ui::ListControl*>(&c)) l->SetText(text);
+void SetTextOf(Control& c, std::string_view text) {
+  if (auto* t = dynamic_cast<TextBox*>(&c)) t->SetText(text);
+  if (auto* l = dynamic_cast<ListControl*>(&c)) l->SetText(text);
 }
 
 }  // namespace
@@ -232,23 +232,23 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
 }
 
 std::optional<ScriptError> ValidateScript(const std::vector<ScriptAction>& actions,
-                                          const std::vector<ui::Form*>& forms) {
+                                          const std::vector<Form*>& forms) {
   if (forms.empty()) return ScriptError{0, "no forms to run the script on"};
   for (const ScriptAction& a : actions) {
     if (a.control.empty()) continue;
-    const ui::Form* form = nullptr;
+    const Form* form = nullptr;
     if (a.form.empty()) {
       form = forms.front();
     } else {
-      for (const ui::Form* f : forms)
+      for (const Form* f : forms)
         if (f->Name() == a.form) form = f;
     }
     if (!form) {
       std::string known;
-      for (const ui::Form* f : forms) known += (known.empty() ? "" : ", ") + f->Name();
+      for (const Form* f : forms) known += (known.empty() ? "" : ", ") + f->Name();
       return ScriptError{a.line, "no form named '" + a.form + "' (" + known + ")"};
     }
-    const ui::Control* c = form->Find(a.control);
+    const Control* c = form->Find(a.control);
     if (!c) {
       return ScriptError{a.line, "unknown control '" + a.control + "' on " + form->Name()};
     }
@@ -268,8 +268,8 @@ PanelScript::PanelScript(Host host, std::vector<ScriptAction> actions)
       if (!a.control.empty() && a.form.empty()) a.form = host_.forms.front()->Name();
 }
 
-ui::Form* PanelScript::FormNamed(const std::string& name) const {
-  for (ui::Form* f : host_.forms)
+Form* PanelScript::FormNamed(const std::string& name) const {
+  for (Form* f : host_.forms)
     if (f->Name() == name) return f;
   return nullptr;
 }
@@ -279,7 +279,7 @@ void PanelScript::Run() {
   Finish();
 }
 
-void PanelScript::RunModal(ui::Form& form) {
+void PanelScript::RunModal(Form& form) {
   open_.push_back(&form);
   RunUntil([&form] { return !form.Loaded(); });
   if (form.Loaded()) Finish();
@@ -290,6 +290,7 @@ void PanelScript::RunUntil(const std::function<bool()>& stop) {
   while (!Done() && !stop()) {
     const ScriptAction& a = actions_[next_++];
     if (host_.beforeAction) host_.beforeAction(a);
+    if (stopped_) break;
     if (auto why = Execute(a)) failure_ = ScriptError{a.line, *why};
   }
 }
@@ -324,11 +325,11 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
       break;
   }
 
-  ui::Form* form = FormNamed(a.form);
-  ui::Control* c = form ? form->Find(a.control) : nullptr;
+  Form* form = FormNamed(a.form);
+  Control* c = form ? form->Find(a.control) : nullptr;
   const std::string name = FullName(a, host_.forms);
   if (!c) return "unknown control '" + name + "'";  // checked before the run; forms may change
-  ui::Form* front = open_.empty() ? host_.forms.front() : open_.back();
+  Form* front = open_.empty() ? host_.forms.front() : open_.back();
   if (form != front) {
     if (!open_.empty()) return name + ": " + front->Name() + " is open in front of " + form->Name() + "; close it first";
     return name + ": " + form->Name() + " is not open";
@@ -357,10 +358,10 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
 
   switch (a.verb) {
     case Verb::Click:
-      if (auto* chk = dynamic_cast<ui::CheckBox*>(c)) {
+      if (auto* chk = dynamic_cast<CheckBox*>(c)) {
         noHandler(static_cast<bool>(c->Click), "Click");
         chk->SetValue(chk->Value() == 1 ? 0 : 1);
-      } else if (auto* opt = dynamic_cast<ui::OptionButton*>(c)) {
+      } else if (auto* opt = dynamic_cast<OptionButton*>(c)) {
         opt->SetValue(true);
       } else {
         noHandler(static_cast<bool>(c->Click), "Click");
@@ -393,7 +394,7 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
       if (c->GotFocus) c->GotFocus();
       break;
     case Verb::Select: {
-      auto* list = dynamic_cast<ui::ListControl*>(c);
+      auto* list = dynamic_cast<ListControl*>(c);
       if (!list) return name + " is not a list";
       int index = -1;
       for (int i = 0; i < list->ListCount() && index < 0; ++i)
@@ -411,7 +412,7 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
     }
     case Verb::Up:
     case Verb::Down: {
-      auto* ud = dynamic_cast<ui::UpDown*>(c);
+      auto* ud = dynamic_cast<UpDown*>(c);
       if (!ud) return name + " is not an up-down";
       auto& fn = a.verb == Verb::Up ? ud->UpClick : ud->DownClick;
       noHandler(static_cast<bool>(fn), a.verb == Verb::Up ? "UpClick" : "DownClick");
@@ -428,4 +429,4 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
   return std::nullopt;
 }
 
-}  // namespace amp::cli
+}  // namespace amp::ui

@@ -33,7 +33,7 @@
 
 #include "display/form.h"
 
-namespace amp::cli {
+namespace amp::ui {
 
 struct ScriptAction {
   enum class Verb { Click, Type, Key, Set, Leave, Focus, Select, Up, Down, DblClick, Poll, Wait, Dump };
@@ -60,20 +60,20 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
 // control is on it, and the control is of a kind that takes the action.
 // `forms[0]` is the main panel, which plain control names address.
 std::optional<ScriptError> ValidateScript(const std::vector<ScriptAction>& actions,
-                                          const std::vector<ui::Form*>& forms);
+                                          const std::vector<Form*>& forms);
 
 class PanelScript {
  public:
   // What the script needs of the program around it.
   struct Host {
-    std::vector<ui::Form*> forms;  // as registered, main panel first
+    std::vector<Form*> forms;  // as registered, main panel first
     // One tick of the poll timer, and whether the timer runs at all.
     std::function<void()> pollTick;
     std::function<bool()> pollRunning;
     // Let the program run for `ms` milliseconds.
     std::function<void(int ms)> wait;
     // Print the state; `dialog` is the dialog in front, or null.
-    std::function<void(const ui::Form* dialog)> dump;
+    std::function<void(const Form* dialog)> dump;
     // Told before each action runs.
     std::function<void(const ScriptAction&)> beforeAction;
     // Notes for the operator (not errors).
@@ -87,28 +87,36 @@ class PanelScript {
   void Run();
   // For the Dialogs' ShowModal: runs the following actions on the loaded
   // `form` until it closes or the script ends.
-  void RunModal(ui::Form& form);
+  void RunModal(Form& form);
+
+  // Ends the run: no further action starts (the program is going away).
+  // The action under way finishes; onEnd is not told.
+  void Stop() {
+    stopped_ = true;
+    ended_ = true;
+  }
 
   // Told once, when the last action has run or the script stopped, while a
   // dialog left open is still open: `dialog` is that dialog or null.
-  std::function<void(const ui::Form* dialog)> onEnd;
+  std::function<void(const Form* dialog)> onEnd;
 
   // The action that could not run, if one could not.
   const std::optional<ScriptError>& Failure() const { return failure_; }
-  bool Done() const { return next_ >= actions_.size() || failure_.has_value(); }
+  bool Done() const { return stopped_ || next_ >= actions_.size() || failure_.has_value(); }
 
  private:
   void RunUntil(const std::function<bool()>& stop);
   void Finish();
   std::optional<std::string> Execute(const ScriptAction& a);
-  ui::Form* FormNamed(const std::string& name) const;
+  Form* FormNamed(const std::string& name) const;
 
   Host host_;
   std::vector<ScriptAction> actions_;
   size_t next_ = 0;
-  std::vector<ui::Form*> open_;  // dialogs this script is inside, innermost last
+  std::vector<Form*> open_;  // dialogs this script is inside, innermost last
   std::optional<ScriptError> failure_;
   bool ended_ = false;
+  bool stopped_ = false;
 };
 
-}  // namespace amp::cli
+}  // namespace amp::ui
