@@ -24,7 +24,7 @@ FrmMain::FrmMain() : Form("frmMain") {
   fraUnit.SetCaption("Unit");
   fraRF.SetCaption("RF Power");
   fraTrips.SetCaption("RF Power Alarms");
-  Frame20.SetCaption("Constant Power");
+  Frame20.SetCaption("Constant Pwr");
   Frame27.SetCaption("Attenuation");
   fraBand.SetCaption("Current RF Band");
   fraWaveguide.SetCaption("Waveguide Switches");
@@ -54,8 +54,8 @@ FrmMain::FrmMain() : Form("frmMain") {
   for (ComboBox* c : {&cmbFhiTripType, &cmbFloTripType, &cmbRhiTripType})
     for (const char* item : {"Disabled", "Fault", "Alarm"}) c->AddItem(item);
 
-  chkConstPwr.SetCaption("Constant Power");
-  btnGoToPwr.SetCaption("Go To Power");
+  chkConstPwr.SetCaption("Enabled");
+  btnGoToPwr.SetCaption("GoTo Power");
   Label2.SetCaption("DAC");
   // The count field and its arrows exist only on frequency block units.
   UpDown2.SetVisible(false);
