@@ -1,0 +1,156 @@
+// Running ampsim and ampdesk-cli as separate programs from a test: the
+// command line with its own data directory, the simulated unit with its
+// process handle, and readers for what both leave behind.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStringList>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "qt/sim_process.h"
+
+namespace amp::e2e {
+
+namespace fs = std::filesystem;
+
+struct CliRun {
+  int code = -1;
+  std::string out, err;
+};
+
+// The command line with COM1..COM10 unbound, so the one device it is given
+// becomes COM1 whatever serial ports the machine has.
+inline QProcessEnvironment CliEnvironment() {
+  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+  for (int n = 1; n <= 10; ++n) env.insert(QString("AMPDESK_COM%1").arg(n), "");
+  return env;
+}
+
+inline std::string DataDir() { return ::testing::TempDir() + "/ampdesk-cli-data"; }
+
+inline CliRun Cli(std::vector<std::string> args, int timeoutMs = 60000, const std::string& input = {}) {
+  QProcess p;
+  p.setProcessEnvironment(CliEnvironment());
+  QStringList q;
+  q << "--data-dir" << QString::fromStdString(DataDir());
+  for (auto& a : args) q << QString::fromStdString(a);
+  p.start(AMPDESK_CLI_EXE, q);
+  CliRun r;
+  if (!p.waitForStarted(10000)) return r;
+  if (!input.empty()) p.write(input.data(), static_cast<qint64>(input.size()));
+  p.closeWriteChannel();
+  if (!p.waitForFinished(timeoutMs)) {
+    p.kill();
+    p.waitForFinished(2000);
+    r.err = "timed out";
+    return r;
+  }
+  r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+  r.out = p.readAllStandardOutput().toStdString();
+  r.err = p.readAllStandardError().toStdString();
+  return r;
+}
+
+inline std::vector<std::string> Lines(const std::string& s) {
+  std::vector<std::string> out;
+  size_t b = 0;
+  for (size_t e; (e = s.find('\n', b)) != std::string::npos; b = e + 1) out.push_back(s.substr(b, e - b));
+  return out;
+}
+
+inline QJsonObject Json(const std::string& line) {
+  QJsonParseError e;
+  const auto doc = QJsonDocument::fromJson(QByteArray::fromStdString(line), &e);
+  EXPECT_EQ(e.error, QJsonParseError::NoError) << line.substr(0, 300);
+  return doc.object();
+}
+
+inline QJsonObject Control(const QJsonObject& state, const char* name, const char* where = "form") {
+  return state[where].toObject()["controls"].toObject()[name].toObject();
+}
+
+inline std::string Str(const QJsonObject& o, const char* key) { return o[key].toString().toStdString(); }
+
+// A unit run with its own process handle, so a test can signal it.
+struct Unit {
+  explicit Unit(std::vector<std::string> args) {
+    QStringList q;
+    for (auto& a : args) q << QString::fromStdString(a);
+    proc.start(AMPSIM_EXE, q);
+    QElapsedTimer t;
+    t.start();
+    std::string line;
+    while (t.elapsed() < 10000 && line.find('\n') == std::string::npos) {
+      proc.waitForReadyRead(200);
+      line += proc.readAllStandardOutput().toStdString();
+    }
+    ok = SimProcess::ParseReadyLine(line.substr(0, line.find('\n')), &host, &port, &serial);
+    EXPECT_TRUE(ok) << line;
+  }
+  ~Unit() {
+    proc.terminate();
+    if (!proc.waitForFinished(3000)) proc.kill();
+    proc.waitForFinished(2000);
+  }
+  std::string Tcp() const { return host + ":" + std::to_string(port); }
+  void Signal(int sig) { ::kill(static_cast<pid_t>(proc.processId()), sig); }
+
+  QProcess proc;
+  std::string host, serial;
+  int port = 0;
+  bool ok = false;
+};
+
+inline std::string FreshFile(const std::string& name) {
+  const std::string path = ::testing::TempDir() + "/" + name;
+  fs::remove(path);
+  return path;
+}
+
+inline std::string ReadAll(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream all;
+  all << in.rdbuf();
+  return all.str();
+}
+
+// The [values] of a unit profile, as the simulator reads them.
+inline std::map<std::string, std::string> ProfileValues(const std::string& name) {
+  const fs::path file = fs::path(__FILE__).parent_path() / ".." / ".." / "sim" / "profiles" / (name + ".profile");
+  std::ifstream in(file);
+  EXPECT_TRUE(in) << file;
+  std::map<std::string, std::string> values;
+  bool inValues = false;
+  for (std::string line; std::getline(in, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    if (line[0] == '[') {
+      inValues = line.rfind("[values]", 0) == 0;
+      continue;
+    }
+    const auto eq = line.find('=');
+    if (!inValues || eq == std::string::npos) continue;
+    auto trim = [](std::string s) {
+      s.erase(0, s.find_first_not_of(" \t"));
+      s.erase(s.find_last_not_of(" \t\r") + 1);
+      return s;
+    };
+    values[trim(line.substr(0, eq))] = trim(line.substr(eq + 1));
+  }
+  return values;
+}
+
+}  // namespace amp::e2e

@@ -1,0 +1,527 @@
+// The operator's controls of the main panel, driven through ampdesk-cli
+// script against ampsim run as a separate program over loopback TCP. Each case
+// checks both sides: the panel state the command line prints and the frames
+// the simulated unit logged as received.
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "e2e/cli_runner.h"
+
+namespace amp {
+namespace {
+
+using namespace e2e;
+
+// The text of each frame the unit received, address character first.
+std::vector<std::string> FramesIn(const std::string& log) {
+  std::vector<std::string> frames;
+  for (const std::string& line : Lines(ReadAll(log))) {
+    const auto b = line.find("<STX>"), e = line.rfind("<ETX>");
+    if (b == std::string::npos || e == std::string::npos || e < b + 5) {
+      ADD_FAILURE() << "unreadable frame log line: " << line;
+      continue;
+    }
+    frames.push_back(line.substr(b + 5, e - b - 5));
+  }
+  return frames;
+}
+
+// Commands that only read: every query has a '?', except these few and the
+// log reads.
+bool IsRead(const std::string& command) {
+  static const std::set<std::string> kPlainReads = {"1", "00", "0S", "0C", "YT", "8", "QEC"};
+  return command.find('?') != std::string::npos || kPlainReads.count(command) > 0 || command.empty() ||
+         command[0] == '4' || command.rfind("QF", 0) == 0;
+}
+
+// The commands that change something on the unit, in the order received,
+// without the address.
+std::vector<std::string> SetsIn(const std::string& log) {
+  std::vector<std::string> sets;
+  for (const std::string& f : FramesIn(log))
+    if (!IsRead(f.substr(1))) sets.push_back(f.substr(1));
+  return sets;
+}
+
+using Sets = std::vector<std::string>;
+
+// A stored profile with a few changes, written to the test's temporary
+// directory: extra unit keys on top, and [values] keys replaced (or dropped
+// when the replacement is empty).
+std::string DerivedProfile(const std::string& base, const std::string& name, const std::string& unitKeys,
+                           const std::map<std::string, std::string>& values = {}) {
+  const auto file =
+      std::filesystem::path(__FILE__).parent_path() / ".." / ".." / "sim" / "profiles" / (base + ".profile");
+  std::ifstream in(file);
+  EXPECT_TRUE(in) << file;
+  std::ostringstream out;
+  out << unitKeys;
+  for (std::string line; std::getline(in, line);) {
+    const std::string key = line.substr(0, line.find_first_of(" =\t"));
+    const auto it = values.find(key);
+    if (it == values.end()) {
+      out << line << "\n";
+    } else if (!it->second.empty()) {
+      out << key << " = " << it->second << "\n";
+    }
+  }
+  const std::string path = FreshFile(name + ".profile");
+  std::ofstream(path) << out.str();
+  return path;
+}
+
+enum class Line { kTcp, kSerial };
+
+// A simulated unit with its own frame log, on loopback TCP or on a
+// pseudo-terminal, and the panel sessions run against it.
+struct Bench {
+  Bench(const std::string& name, std::vector<std::string> simArgs, Line line = Line::kTcp)
+      : line(line), log(FreshFile("operator-" + name + ".frames")), unit(UnitArgs(line, log, std::move(simArgs))) {}
+
+  static std::vector<std::string> UnitArgs(Line line, const std::string& log, std::vector<std::string> args) {
+    if (line == Line::kTcp)
+      args.insert(args.begin(), {"--tcp", "127.0.0.1:0", "--frame-log", log});
+    else
+      args.insert(args.begin(), {"--no-tcp", "--serial", "--frame-log", log});
+    return args;
+  }
+
+  struct Run {
+    int code = -1;
+    std::string err;
+    std::vector<QJsonObject> states;  // each dump, then the state at the end
+  };
+
+  Run Script(const std::string& script, std::vector<std::string> options = {}) {
+    // On the serial line the unit's own settings and address, so no search runs.
+    std::vector<std::string> args =
+        line == Line::kTcp
+            ? std::vector<std::string>{"--tcp", unit.Tcp(), "--json"}
+            : std::vector<std::string>{"--serial", unit.serial, "--settings", "9600,N,8,1", "--address", "A", "--json"};
+    args.insert(args.end(), options.begin(), options.end());
+    args.insert(args.end(), {"script", "-"});
+    const CliRun r = Cli(args, 60000, script);
+    Run run{r.code, r.err, {}};
+    for (const std::string& line : Lines(r.out)) run.states.push_back(Json(line));
+    return run;
+  }
+
+  Sets SetsSent() const { return SetsIn(log); }
+
+  Line line;
+  std::string log;
+  Unit unit;
+};
+
+std::string Text(const QJsonObject& state, const char* control) { return Str(Control(state, control), "text"); }
+std::string Caption(const QJsonObject& state, const char* control) { return Str(Control(state, control), "caption"); }
+int Value(const QJsonObject& state, const char* control) { return Control(state, control)["value"].toInt(); }
+bool Visible(const QJsonObject& state, const char* control, const char* where = "form") {
+  return Control(state, control, where)["visible"].toBool();
+}
+
+// The message boxes of a state as "title: text".
+std::vector<std::string> Boxes(const QJsonObject& state) {
+  std::vector<std::string> boxes;
+  for (const auto& m : state["messages"].toArray())
+    boxes.push_back(Str(m.toObject(), "title") + ": " + Str(m.toObject(), "text"));
+  return boxes;
+}
+
+size_t Count(const std::string& text, const std::string& what) {
+  size_t n = 0;
+  for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + what.size())) ++n;
+  return n;
+}
+
+std::string OneDecimal(double v) {
+  char buf[32];
+  std::snprintf(buf, sizeof buf, "%.1f", v);
+  return buf;
+}
+
+// ----------------------------------------------------------- remote guard
+
+TEST(OperatorEndToEnd, ALocalUnitIsLeftAloneAndTheCheckBoxesGoBack) {
+  Bench b("local", {"--local"});
+  ASSERT_TRUE(b.unit.ok);
+  const auto run = b.Script(
+      "click chkPS\n"
+      "dump\n"
+      "click chkRFI\n"
+      "click btnFaultReset\n"
+      "select cmbWgCfg 5\n"
+      "type txtAtnDB 5\n"
+      "dump\n");
+  EXPECT_EQ(run.code, 1) << run.err;  // the refusals are failure boxes
+  ASSERT_EQ(run.states.size(), 3u) << run.err;
+  // One box per action: the put-back of a check box runs no second pass.
+  EXPECT_EQ(Count(run.err, "Communication Error: Not in Remote Mode"), 5u) << run.err;
+  EXPECT_EQ(Boxes(run.states[0]), std::vector<std::string>{"Communication Error: Not in Remote Mode"});
+  EXPECT_EQ(Value(run.states[0], "chkPS"), 1);
+  const QJsonObject& end = run.states[1];
+  EXPECT_EQ(Boxes(end).size(), 5u);
+  EXPECT_EQ(Value(end, "chkPS"), 1);
+  EXPECT_EQ(Value(end, "chkRFI"), 0);
+  // A combo is not put back; the next status writes it.
+  EXPECT_EQ(Control(end, "cmbWgCfg")["listIndex"].toInt(), 5);
+  // The key of a refused field stays in it.
+  EXPECT_EQ(Text(end, "txtAtnDB"), "10.05");
+  EXPECT_EQ(b.SetsSent(), Sets{});
+}
+
+// ------------------------------------------------------------ transmitter
+
+TEST(OperatorEndToEnd, TheTransmitterAndWhatThePollPutsRight) {
+  {
+    SCOPED_TRACE("switched on from standby");
+    Bench b("tx-on", {"--status", "L@A@,@@@@,@@@@"});
+    ASSERT_TRUE(b.unit.ok);
+    const auto run = b.Script("dump\nclick chkPS\npoll\ndump\n");
+    EXPECT_EQ(run.code, 0) << run.err;
+    ASSERT_EQ(run.states.size(), 3u);
+    EXPECT_EQ(Value(run.states[0], "chkPS"), 0);
+    EXPECT_EQ(Caption(run.states[0], "Label31"), "Standby");
+    EXPECT_EQ(Value(run.states[1], "chkPS"), 1);
+    EXPECT_EQ(Caption(run.states[1], "Label31"), "Vdd On");
+    EXPECT_TRUE(Control(run.states[1], "chkConstPwr")["enabled"].toBool());
+    EXPECT_TRUE(Control(run.states[1], "txtConstLvl")["enabled"].toBool());
+    EXPECT_TRUE(Boxes(run.states[1]).empty()) << run.err;
+    EXPECT_EQ(b.SetsSent(), Sets{"@"});
+  }
+  {
+    SCOPED_TRACE("refused while a fault stands");
+    Bench b("tx-fault", {"--status", "L`A@,@D@@,@@@@"});
+    ASSERT_TRUE(b.unit.ok);
+    const auto run = b.Script("click chkPS\ndump\npoll\ndump\n");
+    EXPECT_EQ(run.code, 0) << run.err;
+    ASSERT_EQ(run.states.size(), 3u);
+    // The refused "@" leaves the box as the operator left it, silently ...
+    EXPECT_EQ(Value(run.states[0], "chkPS"), 1);
+    EXPECT_TRUE(Boxes(run.states[0]).empty()) << run.err;
+    // ... and the poll that puts it back does not echo "A" to the unit.
+    EXPECT_EQ(Value(run.states[1], "chkPS"), 0);
+    EXPECT_EQ(Caption(run.states[1], "Label31"), "Standby");
+    EXPECT_EQ(b.SetsSent(), Sets{"@"});
+  }
+  {
+    SCOPED_TRACE("switched off");
+    Bench b("tx-off", {});
+    ASSERT_TRUE(b.unit.ok);
+    const auto run = b.Script("click chkPS\npoll\ndump\n");
+    EXPECT_EQ(run.code, 0) << run.err;
+    ASSERT_EQ(run.states.size(), 2u);
+    EXPECT_EQ(Value(run.states[0], "chkPS"), 0);
+    EXPECT_EQ(Caption(run.states[0], "Label31"), "Standby");
+    EXPECT_FALSE(Control(run.states[0], "chkConstPwr")["enabled"].toBool());
+    EXPECT_FALSE(Control(run.states[0], "txtConstLvl")["enabled"].toBool());
+    EXPECT_EQ(b.SetsSent(), Sets{"A"});
+  }
+}
+
+// ---------------------------------------------------------- clock, reset
+
+TEST(OperatorEndToEnd, TheNowButtonAsksBeforeResettingATransmittingUnit) {
+  Bench b("now", {});
+  ASSERT_TRUE(b.unit.ok);
+  const std::string unitClock = ProfileValues("sspa120").at("clock");
+  const std::string question = "Reset Unit?: This will reset the unit and \r\ntake it offline";
+
+  auto cancelled = b.Script("click Command7\ndump\n", {"--answer", "cancel"});
+  EXPECT_EQ(cancelled.code, 0) << cancelled.err;
+  ASSERT_EQ(cancelled.states.size(), 2u);
+  EXPECT_NE(cancelled.err.find("Reset Unit?: This will reset the unit and \\ntake it offline"), std::string::npos)
+      << cancelled.err;
+  EXPECT_EQ(Boxes(cancelled.states[0]), std::vector<std::string>{question});
+  EXPECT_EQ(Text(cancelled.states[0], "txtDateTime"), unitClock);
+  EXPECT_EQ(b.SetsSent(), Sets{});
+
+  // A unit that starts up in standby: the reset that sets the clock drops
+  // the transmitter, and the poll shows it without sending anything back.
+  const CliRun startup = Cli({"--tcp", b.unit.Tcp(), "send", "PX1"});
+  ASSERT_EQ(startup.code, 0) << startup.err;
+  auto accepted = b.Script("click Command7\ndump\npoll\ndump\n", {"--answer", "ok"});
+  EXPECT_EQ(accepted.code, 0) << accepted.err;
+  ASSERT_EQ(accepted.states.size(), 3u);
+  EXPECT_EQ(Boxes(accepted.states[0]), std::vector<std::string>{question});
+  const std::string now = Text(accepted.states[0], "txtDateTime");
+  EXPECT_TRUE(std::regex_match(now, std::regex(R"(\d{4}/\d{2}/\d{2},\d{2}:\d{2})"))) << now;
+  EXPECT_EQ(b.SetsSent(), (Sets{"PX1", "%" + now, "~"}));
+  EXPECT_EQ(Value(accepted.states[1], "chkPS"), 0);
+  EXPECT_EQ(Caption(accepted.states[1], "Label31"), "Standby");
+
+  // In standby nothing is asked.
+  auto standby = b.Script("click Command7\n", {"--answer", "cancel"});
+  EXPECT_EQ(standby.code, 0) << standby.err;
+  EXPECT_EQ(standby.err.find("Reset Unit?"), std::string::npos) << standby.err;
+  const Sets sets = b.SetsSent();
+  ASSERT_EQ(sets.size(), 5u);
+  EXPECT_EQ(sets[3].substr(0, 1), "%");
+  EXPECT_EQ(sets[4], "~");
+}
+
+// ---------------------------------------------- attenuation, linearizer
+
+TEST(OperatorEndToEnd, AttenuationTypedOrSteppedAndTheLinearizerFields) {
+  Bench b("atten", {});
+  ASSERT_TRUE(b.unit.ok);
+  // .?P203 gives the largest attenuation in tenths of a dB.
+  const std::string maxAtten = OneDecimal(std::stod(ProfileValues("sspa120").at("param.203")) / 10.0);
+  ASSERT_EQ(maxAtten, "30.0");
+  const auto run = b.Script(
+      "set txtAtnDB \"\"\n"
+      "type txtAtnDB 30.5\n"
+      "key txtAtnDB Enter\n"
+      "dump\n"
+      "set txtAtnDB 29.8\n"
+      "up UpDown1\nup UpDown1\nup UpDown1\nup UpDown1\n"
+      "dump\n"
+      "set txtAtnDB 0.1\n"
+      "down UpDown1\ndown UpDown1\ndown UpDown1\n"
+      "dump\n"
+      "set txtLinAmp \"\"\n"
+      "type txtLinAmp 007\n"
+      "key txtLinAmp Enter\n"
+      "set txtLinPhase \"\"\n"
+      "type txtLinPhase 007\n"
+      "key txtLinPhase Enter\n"
+      "dump\n"
+      "set txtLinAmp \"\"\n"
+      "type txtLinAmp 4096\n"
+      "key txtLinAmp Enter\n"
+      "dump\n"
+      "set txtLinAmp 4095\n"
+      "up UpDown3\nup UpDown3\n"
+      "dump\n");
+  EXPECT_EQ(run.code, 1) << run.err;  // the range box
+  ASSERT_EQ(run.states.size(), 7u);
+  // Typed: the text goes out as it stands, past the largest value.
+  EXPECT_EQ(Text(run.states[0], "txtAtnDB"), "30.5");
+  // Stepped: stops at the largest value, and at 0.0.
+  EXPECT_EQ(Text(run.states[1], "txtAtnDB"), maxAtten);
+  EXPECT_EQ(Text(run.states[2], "txtAtnDB"), "0.0");
+  // The amplitude keeps its leading zeros, the phase does not.
+  EXPECT_EQ(Text(run.states[3], "txtLinAmp"), "007");
+  EXPECT_EQ(Text(run.states[3], "txtLinPhase"), "007");
+  EXPECT_TRUE(Boxes(run.states[3]).empty()) << run.err;
+  EXPECT_EQ(Boxes(run.states[4]), std::vector<std::string>{"Parameter Range Error: Value out of range."});
+  EXPECT_EQ(Text(run.states[4], "txtLinAmp"), "4096");
+  // The up-down reaches 4096 although the field refuses it.
+  EXPECT_EQ(Text(run.states[5], "txtLinAmp"), "4096");
+  EXPECT_EQ(b.SetsSent(), (Sets{"K30.5", "K29.9", "K30.0", "K0.0", "PZ007", "Pz7", "PZ4096"}));
+}
+
+// --------------------------------------------------------- constant power
+
+TEST(OperatorEndToEnd, ConstantPowerLevelsInDbmAndInWatts) {
+  // A unit whose band floor read fails, so the floor is 0.1 dBm; it takes
+  // levels in dBm ("GM").
+  const std::string profile = DerivedProfile("sspa120", "sspa120-no-floor", "lacks = param.66\n");
+  const std::string maxdBm = OneDecimal(std::stod(ProfileValues("sspa120").at("param.71")) / 10.0);
+  const std::string script =
+      "dump\n"
+      "click chkConstPwr\n"
+      "set txtConstLvl \"\"\n"
+      "type txtConstLvl 1.1\n"
+      "key txtConstLvl Enter\n"
+      "dump\n"
+      "set txtConstLvl \"\"\n"
+      "type txtConstLvl 1.0\n"
+      "key txtConstLvl Enter\n"
+      "dump\n";
+  {
+    SCOPED_TRACE("dBm");
+    Bench b("const-dbm", {"--profile", profile});
+    ASSERT_TRUE(b.unit.ok);
+    const auto run = b.Script(script);
+    EXPECT_EQ(run.code, 1) << run.err;
+    ASSERT_EQ(run.states.size(), 4u);
+    // Switching on holds the power present now.
+    const std::string present = Text(run.states[0], "txtFdBm");
+    EXPECT_EQ(Value(run.states[1], "chkConstPwr"), 1);
+    EXPECT_EQ(Text(run.states[1], "txtConstLvl"), "1.1");  // read back from the unit
+    EXPECT_TRUE(Boxes(run.states[1]).empty()) << run.err;
+    EXPECT_EQ(
+        Boxes(run.states[2]),
+        std::vector<std::string>{"Range Error: Value out of Range\r\n\r\nValid Range: 1.1 to " + maxdBm + " dBm"});
+    EXPECT_EQ(Value(run.states[2], "chkConstPwr"), 0);  // dropped back, without "H"
+    EXPECT_EQ(b.SetsSent(), (Sets{"GM" + OneDecimal(std::stod(present)), "GM1.1"}));
+  }
+  {
+    SCOPED_TRACE("Watts");
+    Bench b("const-watts", {"--profile", profile});
+    ASSERT_TRUE(b.unit.ok);
+    const auto run = b.Script(script, {"--watts"});
+    EXPECT_EQ(run.code, 1) << run.err;
+    ASSERT_EQ(run.states.size(), 4u);
+    const std::string present = Text(run.states[0], "txtFdBm");
+    EXPECT_EQ(Value(run.states[1], "chkConstPwr"), 1);
+    EXPECT_TRUE(Boxes(run.states[1]).empty()) << run.err;
+    // One Watt above the floor: 1.001 W, shown as 1.0.
+    const double maxW = std::pow(10.0, (std::stod(maxdBm) - 30.0) / 10.0);
+    EXPECT_EQ(Boxes(run.states[2]),
+              std::vector<std::string>{"Range Error: Value out of Range\r\n\r\nValid Range: 1.0 to " +
+                                       OneDecimal(maxW) + " Watts"});
+    EXPECT_EQ(Value(run.states[2], "chkConstPwr"), 0);
+    // In Watts the command carries no "M".
+    EXPECT_EQ(b.SetsSent(), (Sets{"G" + OneDecimal(std::stod(present)), "G1.1"}));
+  }
+}
+
+// ------------------------------------------------------------- trip lines
+
+TEST(OperatorEndToEnd, ThePollSparesTheTripLineBeingEdited) {
+  Bench b("trips", {});
+  ASSERT_TRUE(b.unit.ok);
+  const auto values = ProfileValues("sspa120");
+  const auto run = b.Script(
+      "set txtFhiLvl 12.0\n"
+      "set txtRhiLvl 13.0\n"
+      "focus txtFloLvl\n"
+      "set txtFloLvl 42.0\n"
+      "poll 4\n"
+      "dump\n"
+      "leave txtFloLvl\n"
+      "poll 4\n"
+      "dump\n"
+      "focus txtFloLvl\n"
+      "set txtFloLvl \"\"\n"
+      "type txtFloLvl 42.5\n"
+      "key txtFloLvl Enter\n"
+      "leave txtFloLvl\n"
+      "poll 4\n"
+      "dump\n");
+  EXPECT_EQ(run.code, 0) << run.err;
+  ASSERT_EQ(run.states.size(), 4u);
+  // The fourth poll re-reads the trip levels: the other two lines show the
+  // unit's levels again, the line with the cursor keeps the operator's text.
+  EXPECT_EQ(Text(run.states[0], "txtFhiLvl"), values.at("trip.fwd_hi.level"));
+  EXPECT_EQ(Text(run.states[0], "txtRhiLvl"), values.at("trip.rev_hi.level"));
+  EXPECT_EQ(Text(run.states[0], "txtFloLvl"), "42.0");
+  // Leaving the field sends nothing; the next read puts the unit's level back.
+  EXPECT_EQ(Text(run.states[1], "txtFloLvl"), values.at("trip.fwd_lo.level"));
+  EXPECT_EQ(Str(Control(run.states[1], "cmbFloTripType"), "text"), "Alarm");
+  // Enter sets it, in dBm on this unit, with the line's type.
+  EXPECT_EQ(Text(run.states[2], "txtFloLvl"), "42.5");
+  EXPECT_EQ(b.SetsSent(), Sets{"LAM42.5"});
+}
+
+// -------------------------------------------------------------- sub-bands
+
+TEST(OperatorEndToEnd, SubBandsEndAtTheFirstHole) {
+  const auto values = ProfileValues("bucsspa");
+  const std::string first = values.at("subband.1.freq"), second = values.at("subband.2.freq");
+  {
+    SCOPED_TRACE("no hole");
+    Bench b("subbands", {"--profile", "bucsspa"});
+    ASSERT_TRUE(b.unit.ok);
+    const auto run = b.Script("");
+    ASSERT_EQ(run.states.size(), 1u) << run.err;
+    for (const char* item : {"mnuSubB1", "mnuSubB2", "mnuSubB3", "mnuSubB4"})
+      EXPECT_TRUE(Visible(run.states[0], item)) << item;
+    EXPECT_FALSE(Visible(run.states[0], "mnuSubB5"));
+    EXPECT_EQ(Caption(run.states[0], "mnuSubB4"), "#4   " + values.at("subband.4.freq") + " GHz");
+  }
+  SCOPED_TRACE("a hole at 3");
+  const std::string profile = DerivedProfile("bucsspa", "bucsspa-hole", "", {{"subband.3.freq", "00.00"}});
+  Bench b("subband-hole", {"--profile", profile});
+  ASSERT_TRUE(b.unit.ok);
+  const auto run = b.Script(
+      "dump\n"
+      "dblclick lblSBandFrq\n"
+      "dump\n"
+      "click frmSetSubBand.optSelectedSB(0)\n"
+      "dump\n"
+      "poll 4\n"
+      "dump\n");
+  EXPECT_EQ(run.code, 0) << run.err;
+  ASSERT_EQ(run.states.size(), 5u);
+  const QJsonObject& start = run.states[0];
+  EXPECT_TRUE(Visible(start, "mnuSubBands"));
+  EXPECT_EQ(Caption(start, "mnuSubB1"), "#1   " + first + " GHz");
+  EXPECT_EQ(Caption(start, "mnuSubB2"), "#2   " + second + " GHz");
+  EXPECT_FALSE(Visible(start, "mnuSubB3"));
+  EXPECT_FALSE(Visible(start, "mnuSubB4"));  // has a frequency, but after the hole
+  EXPECT_TRUE(Control(start, "mnuSubB2")["checked"].toBool());
+  EXPECT_EQ(Caption(start, "lblSBandFrq"), "#2   " + second + " GHz");
+
+  const QJsonObject& dialog = run.states[1];
+  EXPECT_EQ(Str(dialog["dialog"].toObject(), "caption"), "Select Sub-Band");
+  EXPECT_EQ(Str(Control(dialog, "optSelectedSB(0)", "dialog"), "caption"), "#1  " + first + " GHz");
+  EXPECT_TRUE(Control(dialog, "optSelectedSB(1)", "dialog")["value"].toBool());
+  EXPECT_FALSE(Visible(dialog, "optSelectedSB(2)", "dialog"));
+
+  // Sub-band 1 is chosen: its menu item is checked at once, the label waits
+  // for the poll that reads the unit's current sub-band.
+  const QJsonObject& chosen = run.states[2];
+  EXPECT_TRUE(chosen["dialog"].isNull());
+  EXPECT_TRUE(Control(chosen, "mnuSubB1")["checked"].toBool());
+  EXPECT_EQ(Caption(chosen, "lblSBandFrq"), "#2   " + second + " GHz");
+  EXPECT_EQ(Caption(run.states[3], "lblSBandFrq"), "#1   " + first + " GHz");
+  EXPECT_EQ(b.SetsSent(), Sets{"PBS1"});
+}
+
+// -------------------------------------------------------------- waveguide
+
+TEST(OperatorEndToEnd, TheLastWaveguideItemIsSix) {
+  Bench b("waveguide", {});
+  ASSERT_TRUE(b.unit.ok);
+  const auto run = b.Script("dump\nselect cmbWgCfg 6 - Standalone w/load\npoll\ndump\n");
+  EXPECT_EQ(run.code, 0) << run.err;
+  ASSERT_EQ(run.states.size(), 3u);
+  EXPECT_EQ(Control(run.states[0], "cmbWgCfg")["listIndex"].toInt(), 0);
+  // The unit's status now reports 6, which the panel shows as the sixth item.
+  EXPECT_EQ(Control(run.states[1], "cmbWgCfg")["listIndex"].toInt(), 5);
+  EXPECT_EQ(b.SetsSent(), Sets{"PC6"});
+}
+
+// ---------------------------------------------------------------- address
+
+TEST(OperatorEndToEnd, TheUnitAddressWithAndWithoutTheRs485Read) {
+  const std::string script = "set txtAdr \"\"\ntype txtAdr b\nkey txtAdr Enter\npoll\ndump\n";
+  struct Case {
+    const char* name;
+    std::string profile;
+    const char* set;
+    Line line;
+  };
+  // Without the RS-485 values the unit refuses "XR?" but still takes "XA".
+  const std::string noRs485 =
+      DerivedProfile("sspa120", "sspa120-no-rs485", "", {{"rs485.wire", ""}, {"rs485.term", ""}});
+  const auto values = ProfileValues("sspa120");
+  // The second over the serial line, where the address is what picks the
+  // unit out of those on the bus.
+  for (const Case& c : {Case{"with XR, TCP", "sspa120", nullptr, Line::kTcp},
+                        Case{"without XR, serial", noRs485, "XAB", Line::kSerial}}) {
+    SCOPED_TRACE(c.name);
+    Bench b(std::string("address-") + (c.set ? "xa" : "xr"), {"--profile", c.profile}, c.line);
+    ASSERT_TRUE(b.unit.ok);
+    const auto run = b.Script(script);
+    EXPECT_EQ(run.code, 0) << run.err;
+    ASSERT_EQ(run.states.size(), 2u);
+    EXPECT_EQ(Text(run.states[0], "txtAdr"), "B");
+    EXPECT_TRUE(run.states[0]["connected"].toBool());
+    const std::string expected = c.set ? c.set : "XR" + values.at("rs485.wire") + values.at("rs485.term") + "B";
+    EXPECT_EQ(b.SetsSent(), Sets{expected});
+    // The frames after the change go to the new address, and are answered.
+    const auto frames = FramesIn(b.log);
+    ASSERT_FALSE(frames.empty());
+    EXPECT_EQ(frames.back()[0], 'B') << frames.back();
+    EXPECT_TRUE(Boxes(run.states[1]).empty()) << run.err;
+  }
+}
+
+}  // namespace
+}  // namespace amp
