@@ -434,10 +434,10 @@ void PrintHelp() {
 std::string Parse(int argc, char** argv, Options& o) {
   for (int i = 1; i < argc; ++i) {
     const std::string a = argv[i];
-    const OptionSpec* spec = nullptr;
+    const OptionSpec* option = nullptr;
     for (const auto& opt : OptionTable())
-      if (a == opt.name) spec = &opt;
-    if (!spec) {
+      if (a == opt.name) option = &opt;
+    if (!option) {
       if (!o.command.empty()) {
         o.args.push_back(a);
       } else if (a.rfind("--", 0) == 0) {
@@ -448,11 +448,11 @@ std::string Parse(int argc, char** argv, Options& o) {
       continue;
     }
     std::string value;
-    if (spec->arg) {
-      if (i + 1 >= argc) return std::string(spec->name) + " needs " + spec->arg;
+    if (option->arg) {
+      if (i + 1 >= argc) return std::string(option->name) + " needs " + option->arg;
       value = argv[++i];
     }
-    if (auto err = spec->apply(o, value); !err.empty()) return err;
+    if (auto err = option->apply(o, value); !err.empty()) return err;
   }
   if (o.command.empty()) return "no command given";
   const int sources = int(o.haveTcp) + int(o.haveSerial) + int(o.demo);

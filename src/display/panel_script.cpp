@@ -158,21 +158,21 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
     auto fail = [&](std::string message) { return ScriptError{lineNo, std::move(message)}; };
 
     const std::string verbWord = Lower(NextWord(rest));
-    const VerbSpec* spec = nullptr;
+    const VerbSpec* verbRow = nullptr;
     for (const auto& s : kVerbs)
-      if (verbWord == s.name) spec = &s;
-    if (!spec) {
+      if (verbWord == s.name) verbRow = &s;
+    if (!verbRow) {
       return fail("unknown action '" + verbWord +
                   "' (click, type, key, set, leave, focus, select, up, down, dblclick, poll, "
                   "wait, dump)");
     }
     ScriptAction a;
     a.line = lineNo;
-    a.verb = spec->verb;
+    a.verb = verbRow->verb;
 
-    if (spec->args != Args::None && spec->args != Args::OptionalCount && spec->args != Args::Count) {
+    if (verbRow->args != Args::None && verbRow->args != Args::OptionalCount && verbRow->args != Args::Count) {
       const std::string_view name = NextWord(rest);
-      if (name.empty() || name.front() == '#') return fail(std::string(spec->name) + " needs a control");
+      if (name.empty() || name.front() == '#') return fail(std::string(verbRow->name) + " needs a control");
       const size_t dot = name.find('.');
       if (dot != std::string_view::npos) {
         a.form = std::string(name.substr(0, dot));
@@ -184,19 +184,19 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
       }
     }
 
-    const bool takesText = spec->args == Args::ControlText || spec->args == Args::ControlKey;
+    const bool takesText = verbRow->args == Args::ControlText || verbRow->args == Args::ControlKey;
     if (takesText) {
       std::string_view value = TrimView(rest);
       if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
         value = value.substr(1, value.size() - 2);
       } else if (value.empty()) {
-        return fail(std::string(spec->name) + " " + a.control + " needs " +
-                    (spec->args == Args::ControlKey ? "a key (Enter, Esc, Backspace or one character)"
+        return fail(std::string(verbRow->name) + " " + a.control + " needs " +
+                    (verbRow->args == Args::ControlKey ? "a key (Enter, Esc, Backspace or one character)"
                      : a.verb == Verb::Select      ? "an item's text or index"
                                                    : "a text (\"\" for an empty one)"));
       }
       a.text = std::string(value);
-      if (spec->args == Args::ControlKey) {
+      if (verbRow->args == Args::ControlKey) {
         const auto code = KeyCode(a.text);
         if (!code) return fail("unknown key '" + a.text + "' (Enter, Esc, Backspace or one character)");
         a.count = *code;
@@ -204,12 +204,12 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
     } else {
       // Words left over are an error, unless they are a comment.
       std::string_view word = NextWord(rest);
-      if (spec->args == Args::OptionalCount || spec->args == Args::Count) {
+      if (verbRow->args == Args::OptionalCount || verbRow->args == Args::Count) {
         if (word.empty() || word.front() == '#') {
-          if (spec->args == Args::Count) return fail("wait needs a time in milliseconds");
+          if (verbRow->args == Args::Count) return fail("wait needs a time in milliseconds");
           a.count = 1;
         } else {
-          const bool isPoll = spec->args == Args::OptionalCount;
+          const bool isPoll = verbRow->args == Args::OptionalCount;
           const auto n = isPoll ? Count(word, 1, kMaxPolls) : Count(word, 0, kMaxWaitMs);
           if (!n) {
             return fail(isPoll ? "poll takes a count from 1 to " + std::to_string(kMaxPolls) +
@@ -223,7 +223,7 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
       }
       if (!word.empty() && word.front() != '#')
         return fail("unexpected '" + std::string(TrimView(std::string_view(word.data(), rest.data() + rest.size() - word.data()))) +
-                    "' after " + spec->name);
+                    "' after " + verbRow->name);
     }
     out.push_back(std::move(a));
     if (text.empty()) break;
