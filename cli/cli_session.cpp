@@ -3,10 +3,10 @@
 #include <csignal>
 #include <filesystem>
 
-#include "basic/numbers.h"
 #include "basic/text.h"
 #include "commands/identity_cmds.h"
 #include "link/unit_search.h"
+#include "qt/qt_com_slots.h"
 
 namespace amp::cli {
 
@@ -67,10 +67,9 @@ void MemorySettings::Set(const std::string& key, const std::string& value) {
 // -------------------------------------------------------------- session
 
 CliSession::CliSession(ConsoleDialogs& dialogs, ComSlots slots)
-    : dialogs_(dialogs), slots_(std::move(slots)) {
-  desk_ = std::make_unique<AmpDesk>(
-      AmpDeskHost{port_, slots_, sock_, timer_, pump_, clock_, dialogs_, settings_});
-  ui::FrmMain& f = desk_->frmMain;
+    : dialogs_(dialogs), host_(std::move(slots)) {
+  host_.MakeDesk(timer_, dialogs_, settings_);
+  ui::FrmMain& f = host_.desk->frmMain;
   observer_ = f.AddObserver([this, &f](ui::Control* c) {
     if (c != &f.btnConnect) return;
     const std::string now = f.btnConnect.Caption();
@@ -84,41 +83,20 @@ CliSession::CliSession(ConsoleDialogs& dialogs, ComSlots slots)
 
 CliSession::~CliSession() {
   Close();
-  desk_->frmMain.RemoveObserver(observer_);
-  desk_.reset();
+  host_.desk->frmMain.RemoveObserver(observer_);
+  host_.desk.reset();
 }
 
 bool CliSession::OpenTrace(const std::string& path, std::string* error) {
-  if (!trace_.Open(path, error)) return false;
-  desk_->comms.Link.trace = [this](char d, std::string_view bytes) { trace_.Write(d, bytes); };
-  return true;
-}
-
-int CliSession::SlotForDevice(ComSlots& slots, const std::string& device) {
-  if (device.size() > 3 && (device[0] == 'C' || device[0] == 'c') &&
-      (device[1] == 'O' || device[1] == 'o') && (device[2] == 'M' || device[2] == 'm')) {
-    const auto n = CLngText(device.substr(3));
-    if (n && *n >= 1 && *n <= ComSlots::kCount) return *n;
-    return 0;
-  }
-  if (device.empty()) return 0;
-  if (int slot = slots.SlotOf(device)) return slot;
-  for (int n = 1; n <= ComSlots::kCount; ++n) {
-    if (slots.Path(n).empty()) {
-      slots.Bind(n, device);
-      return n;
-    }
-  }
-  slots.Bind(ComSlots::kCount, device);
-  return ComSlots::kCount;
+  return host_.OpenTrace(path, error);
 }
 
 bool CliSession::Connected() const {
-  return desk_->frmMain.btnConnect.Caption() == kDisconnectCaption;
+  return host_.desk->frmMain.btnConnect.Caption() == kDisconnectCaption;
 }
 
 bool CliSession::LastPollOk() const {
-  return Connected() && desk_->comms.gMissedPolls == 2;
+  return Connected() && host_.desk->comms.gMissedPolls == 2;
 }
 
 void CliSession::PollNow() {
@@ -127,23 +105,23 @@ void CliSession::PollNow() {
 
 void CliSession::RunFor(int ms, const std::function<bool()>& stop) {
   timer_.Hold(false);
-  const int64_t end = clock_.NowMs() + ms;
-  for (int64_t left = ms; left > 0 && !Interrupted(); left = end - clock_.NowMs()) {
+  const int64_t end = host_.clock.NowMs() + ms;
+  for (int64_t left = ms; left > 0 && !Interrupted(); left = end - host_.clock.NowMs()) {
     if (stop && stop()) break;
-    pump_.WaitForEvents(static_cast<int>(std::min<int64_t>(left, 100)));
+    host_.pump.WaitForEvents(static_cast<int>(std::min<int64_t>(left, 100)));
   }
   timer_.Hold(true);
 }
 
 void CliSession::Close() {
-  if (!desk_ || desk_->Unloaded()) return;
+  if (!host_.desk || host_.desk->Unloaded()) return;
   timer_.Hold(true);
   expectDisconnect_ = true;
-  if (desk_->frmMain.Loaded()) desk_->Form_Unload();
+  if (host_.desk->frmMain.Loaded()) host_.desk->Form_Unload();
 }
 
 bool CliSession::Connect(const Target& target, const std::string& dataDirectory, bool watts) {
-  AmpDesk& d = *desk_;
+  AmpDesk& d = *host_.desk;
   d.values.gDataDirectory = dataDirectory;
   settings_.Set("UnitsSetting", watts ? "True" : "False");
   if (!target.tcpHost.empty()) {
@@ -152,7 +130,7 @@ bool CliSession::Connect(const Target& target, const std::string& dataDirectory,
     settings_.Set("EthPort", std::to_string(target.tcpPort));
   } else {
     settings_.Set("UseEnet", "False");
-    settings_.Set("CurrentPort", std::to_string(SlotForDevice(slots_, target.device)));
+    settings_.Set("CurrentPort", std::to_string(SlotForDevice(host_.slots, target.device)));
     if (!target.settings.empty()) settings_.Set("ComSettings", target.settings);
     if (!target.address.empty() && !target.settings.empty()) {
       settings_.Set("PollStatus", "1");
@@ -165,21 +143,21 @@ bool CliSession::Connect(const Target& target, const std::string& dataDirectory,
 }
 
 void CliSession::WaitWhileConnecting(int ms) {
-  const int64_t end = clock_.NowMs() + ms;
-  while (!Connected() && !Interrupted() && clock_.NowMs() < end &&
-         sock_.State() != TcpSocket::sckClosed && sock_.State() != TcpSocket::sckError)
-    pump_.WaitForEvents(50);
+  const int64_t end = host_.clock.NowMs() + ms;
+  while (!Connected() && !Interrupted() && host_.clock.NowMs() < end &&
+         host_.sock.State() != TcpSocket::sckClosed && host_.sock.State() != TcpSocket::sckError)
+    host_.pump.WaitForEvents(50);
 }
 
 bool CliSession::ConnectTcp() {
-  desk_->frmMain.btnConnect.RaiseClick();
+  host_.desk->frmMain.btnConnect.RaiseClick();
   // The socket's connect event runs the first read; it may still be queued.
   WaitWhileConnecting(kConnectWaitMs);
   return Connected();
 }
 
 bool CliSession::ConnectSerial(const Target& target) {
-  AmpDesk& d = *desk_;
+  AmpDesk& d = *host_.desk;
   const bool partial = target.settings.empty() != target.address.empty();
   if (partial) return SearchThenConnect(target);
   if (target.search == "extended") {
@@ -196,7 +174,7 @@ bool CliSession::ConnectSerial(const Target& target) {
 // panel's own search step, and the unit found is then connected as a single
 // address, so the session starts exactly as the panel starts it.
 bool CliSession::SearchThenConnect(const Target& target) {
-  AmpDesk& d = *desk_;
+  AmpDesk& d = *host_.desk;
   SearchSettingsList list{};
   if (target.settings.empty()) {
     BuildSearchSettings(list);

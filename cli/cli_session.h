@@ -10,11 +10,8 @@
 
 #include "app/amp_desk.h"
 #include "cli/console_dialogs.h"
-#include "link/frame_trace.h"
 #include "platform/com_slots.h"
-#include "qt/qt_comm_port.h"
-#include "qt/qt_event_pump.h"
-#include "qt/qt_tcp_socket.h"
+#include "qt/desk_host.h"
 #include "qt/qt_timer.h"
 
 namespace amp::cli {
@@ -92,13 +89,9 @@ class CliSession {
   // Shuts the panel down as the program's exit does.
   void Close();
 
-  AmpDesk& desk() { return *desk_; }
+  AmpDesk& desk() { return *host_.desk; }
   ConsoleTimer& timer() { return timer_; }
-  ComSlots& slots() { return slots_; }
-
-  // A slot for `device`: COMn by number, or a device path bound to a slot.
-  // 0 when the name is not usable.
-  static int SlotForDevice(ComSlots& slots, const std::string& device);
+  ComSlots& slots() { return host_.slots; }
 
  private:
   bool ConnectTcp();
@@ -107,15 +100,9 @@ class CliSession {
   void WaitWhileConnecting(int ms);
 
   ConsoleDialogs& dialogs_;
-  ComSlots slots_;
-  QtCommPort port_{slots_};
-  QtTcpSocket sock_;
   ConsoleTimer timer_;
-  QtEventPump pump_;
-  QtClock clock_;
   MemorySettings settings_;
-  FrameTrace trace_{clock_};
-  std::unique_ptr<AmpDesk> desk_;
+  DeskHost host_;
   int observer_ = 0;
   std::string lastCaption_ = "Connect";
   bool lost_ = false;

@@ -10,9 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iostream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -31,10 +29,10 @@
 namespace amp::cli {
 namespace {
 
-using ui::ParseScript;
+using ui::LoadScript;
 using ui::PanelScript;
 using ui::ScriptAction;
-using ui::ValidateScript;
+using ui::ScriptName;
 
 constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
@@ -464,29 +462,11 @@ std::string Parse(int argc, char** argv, Options& o) {
     return "--search widens the address search; it does not go with --address";
   if (o.haveSerial) {
     ComSlots probe;
-    if (CliSession::SlotForDevice(probe, o.target.device) == 0)
+    if (SlotForDevice(probe, o.target.device) == 0)
       return "bad serial port '" + o.target.device + "' (COM1..COM10 or a device path)";
   }
   if (!o.simArgs.empty() && !o.demo) return "--sim-arg goes with --demo";
   return {};
-}
-
-bool ReadScript(const std::string& name, std::string* text, std::string* error) {
-  if (name == "-") {
-    std::ostringstream all;
-    all << std::cin.rdbuf();
-    *text = all.str();
-    return true;
-  }
-  std::ifstream in(name, std::ios::binary);
-  if (!in) {
-    *error = "cannot read the script " + name;
-    return false;
-  }
-  std::ostringstream all;
-  all << in.rdbuf();
-  *text = all.str();
-  return true;
 }
 
 std::string DefaultDataDirectory() {
@@ -532,16 +512,9 @@ int Main(int argc, char** argv) {
   if (o.command == "script") {
     // The whole script is checked against the forms before the unit is
     // touched.
-    run.scriptName = o.args[0] == "-" ? "<stdin>" : o.args[0];
-    std::string text;
-    if (!ReadScript(o.args[0], &text, &err)) {
+    run.scriptName = ScriptName(o.args[0]);
+    if (!LoadScript(o.args[0], session.desk().Forms(), run.script, &err)) {
       Err(err);
-      return kExitUsage;
-    }
-    auto bad = ParseScript(text, run.script);
-    if (!bad) bad = ValidateScript(run.script, session.desk().Forms());
-    if (bad) {
-      Err(run.scriptName + ": " + bad->Text());
       return kExitUsage;
     }
   }

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "basic/checksum.h"
+#include "basic/text.h"
 
 namespace amp::sim {
 
@@ -70,38 +71,8 @@ std::string EncodeReply(bool printable, bool ack, char address, std::string_view
   return out;
 }
 
-std::string HexBytes(std::string_view bytes) {
-  std::string out;
-  char buf[4];
-  for (unsigned char c : bytes) {
-    if (!out.empty()) out += ' ';
-    std::snprintf(buf, sizeof buf, "%02X", c);
-    out += buf;
-  }
-  return out;
-}
+std::string HexBytes(std::string_view bytes) { return Hex(bytes); }
 
-std::string ReadableBytes(std::string_view bytes) {
-  std::string out;
-  char buf[8];
-  for (unsigned char c : bytes) {
-    switch (c) {
-      case 0x02: out += "<STX>"; break;
-      case 0x03: out += "<ETX>"; break;
-      case 0x06: out += "<ACK>"; break;
-      case 0x15: out += "<NAK>"; break;
-      case 0x0D: out += "<CR>"; break;
-      case 0x0A: out += "<LF>"; break;
-      default:
-        if (c >= 0x20 && c <= 0x7E) {
-          out += static_cast<char>(c);
-        } else {
-          std::snprintf(buf, sizeof buf, "<%02X>", c);
-          out += buf;
-        }
-    }
-  }
-  return out;
-}
+std::string ReadableBytes(std::string_view bytes) { return Readable(bytes, /*upperHex=*/true); }
 
 }  // namespace amp::sim

@@ -3,8 +3,9 @@
 #include <termios.h>
 
 #include <cctype>
-#include <charconv>
 #include <vector>
+
+#include "basic/numbers.h"
 
 namespace amp::sim {
 namespace {
@@ -39,12 +40,6 @@ std::string_view TrimBlanks(std::string_view s) {
   while (!s.empty() && std::isspace(static_cast<unsigned char>(s.front()))) s.remove_prefix(1);
   while (!s.empty() && std::isspace(static_cast<unsigned char>(s.back()))) s.remove_suffix(1);
   return s;
-}
-
-bool ParseInt(std::string_view s, int* out) {
-  if (s.empty()) return false;
-  auto [ptr, ec] = std::from_chars(s.data(), s.data() + s.size(), *out);
-  return ec == std::errc() && ptr == s.data() + s.size();
 }
 
 tcflag_t SizeFlag(int dataBits) {

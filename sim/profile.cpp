@@ -11,6 +11,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "basic/numbers.h"
 #include "sim/commands.h"
 
 #ifndef AMPSIM_PROFILE_DIR
@@ -39,12 +40,6 @@ std::string_view StripComment(std::string_view line) {
 bool ParseDouble(std::string_view text, double* out) {
   text = Trim(text);
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), *out);
-  return !text.empty() && ec == std::errc() && ptr == text.data() + text.size();
-}
-
-bool ParseInt(std::string_view text, int* out) {
-  text = Trim(text);
   auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), *out);
   return !text.empty() && ec == std::errc() && ptr == text.data() + text.size();
 }
@@ -183,8 +178,8 @@ bool ApplyProfile(std::string_view text, UnitState& unit, std::string* error) {
         if (!ParseDouble(value, &range.last)) return fail("last must be a number");
       } else if (key == "counts") {
         size_t dots = value.find("..");
-        if (dots == std::string_view::npos || !ParseInt(value.substr(0, dots), &range.countFirst) ||
-            !ParseInt(value.substr(dots + 2), &range.countLast) || range.countFirst < 0 ||
+        if (dots == std::string_view::npos || !ParseInt(Trim(value.substr(0, dots)), &range.countFirst) ||
+            !ParseInt(Trim(value.substr(dots + 2)), &range.countLast) || range.countFirst < 0 ||
             range.countLast < 0 || range.countFirst > 4095 || range.countLast > 4095)
           return fail("counts must read 'A .. B' with A and B from 0 to 4095");
       } else {

@@ -192,6 +192,12 @@ std::optional<int32_t> CLngText(std::string_view s) {
   return CLng(Val(Trim(s)));
 }
 
+bool ParseInt(std::string_view s, int* out) {
+  if (s.empty()) return false;
+  const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), *out);
+  return ec == std::errc() && end == s.data() + s.size();
+}
+
 // Fixed notation while the decimal exponent is in -4..14 (at most 15 digits),
 // otherwise "1.5E+20" / "1E-05" with at least two exponent digits. Non-finite
 // values give "NaN", "Infinity", "-Infinity".

@@ -30,6 +30,10 @@ bool IsNumeric(std::string_view s);
 std::optional<int16_t> CIntText(std::string_view s);
 std::optional<int32_t> CLngText(std::string_view s);
 
+// Plain parsing of a whole decimal integer that fits an int: an optional "-"
+// and digits, nothing else, not even blanks. True with the number in `*out`.
+bool ParseInt(std::string_view s, int* out);
+
 // Decimal text of a number as the classic runtime's Str$/CStr would give it
 // for display: shortest form, no exponent for ordinary magnitudes, no
 // trailing zeros ("12.5", "-3", "0.001").

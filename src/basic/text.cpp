@@ -92,8 +92,8 @@ std::string Chr(int code) {
 
 int Asc(std::string_view s) { return s.empty() ? -1 : static_cast<unsigned char>(s.front()); }
 
-std::string Readable(std::string_view bytes) {
-  static constexpr char kHex[] = "0123456789abcdef";
+std::string Readable(std::string_view bytes, bool upperHex) {
+  const char* const kHex = upperHex ? "0123456789ABCDEF" : "0123456789abcdef";
   std::string out;
   out.reserve(bytes.size());
   for (const char ch : bytes) {

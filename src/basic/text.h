@@ -40,8 +40,9 @@ std::string Chr(int code);
 int Asc(std::string_view s);
 
 // Printable rendering of raw bytes for traces and messages: control bytes and
-// bytes above 0x7E as <STX>, <ETX>, <ACK>, <NAK>, <CR>, <LF> or <xx> in hex.
-std::string Readable(std::string_view bytes);
+// bytes above 0x7E as <STX>, <ETX>, <ACK>, <NAK>, <CR>, <LF> or <xx> in hex,
+// its digits lower case ("<7f>") unless `upperHex` ("<7F>").
+std::string Readable(std::string_view bytes, bool upperHex = false);
 
 // Hex bytes separated by single blanks: "02 41 31 03 71".
 std::string Hex(std::string_view bytes);

@@ -7,16 +7,6 @@
 namespace amp {
 namespace {
 
-const std::string kEtx(1, '\x03');
-
-// One exchange; the reply frame copied, or "" when the exchange failed, so
-// that a reader parsing the latest reply after a refused repeat finds nothing.
-bool Exchange(Comms& c, std::string_view request, std::string& rx) {
-  const bool ok = rd::Send(c, request);
-  rx = ok ? c.Link.RxMessage : std::string();
-  return ok;
-}
-
 // "YIF?" / "YIA?": the mask follows the two-letter tail. The test only keeps
 // the tail out of the status and address bytes and the data start inside the
 // frame; the number runs open to the end and the ETX stops it, so a bare
@@ -24,7 +14,7 @@ bool Exchange(Comms& c, std::string_view request, std::string& rx) {
 bool ReadEnableMask(Comms& c, std::string_view request, std::string_view tail, int32_t& word,
                     std::string* rxOut) {
   std::string rx;
-  if (!Exchange(c, request, rx)) return false;
+  if (!rd::Exchange(c, request, rx)) return false;
   const long data = InStr(rx, tail) + 2;
   if (!(data > 4 && data < Len(rx))) return false;
   word = ToInt32(Val(rd::OpenEnd(rx, data)));
@@ -36,7 +26,7 @@ bool ReadEnableMask(Comms& c, std::string_view request, std::string_view tail, i
 int16_t ReadLatch(Comms& c, std::string_view request) {
   int16_t result = -1;
   std::string rx, value;
-  if (!Exchange(c, request, rx)) return result;
+  if (!rd::Exchange(c, request, rx)) return result;
   if (!rd::BlankValue(rx, 7, &value)) return result;
   Guarded([&] { result = ToInt16(Val(value)); });
   return result;
@@ -52,7 +42,7 @@ std::string TempTripFromEcho(const std::string& rx, std::string_view tail) {
 // A numbered parameter read: the text from the blank to the ETX.
 std::string ParamText(Comms& c, std::string_view request, long minBlank) {
   std::string rx, value;
-  if (!Exchange(c, request, rx)) return "";
+  if (!rd::Exchange(c, request, rx)) return "";
   if (!rd::BlankValue(rx, minBlank, &value)) return "";
   return value;
 }
@@ -64,8 +54,8 @@ std::string ParamText(Comms& c, std::string_view request, long minBlank) {
 std::string ReadTempTrip(Comms& c, std::string_view request, std::string_view tail,
                          std::string_view fallback) {
   std::string rx;
-  const bool first = Exchange(c, request, rx);
-  const bool second = Exchange(c, request, rx);
+  const bool first = rd::Exchange(c, request, rx);
+  const bool second = rd::Exchange(c, request, rx);
   if (!first && !second) return ParamText(c, fallback, 6);
   return TempTripFromEcho(rx, tail);
 }
@@ -74,13 +64,10 @@ std::string ReadTempTrip(Comms& c, std::string_view request, std::string_view ta
 bool ReadDCVText(Comms& c, std::string_view request, std::string_view tail) {
   c.gRespFields[0].clear();
   std::string rx;
-  if (!Exchange(c, request, rx)) return false;
+  if (!rd::Exchange(c, request, rx)) return false;
   const long p = InStr(rx, tail);
   if (!(p + 1 > 5)) return false;
-  const long start = p + 2;
-  const long etx = InStr(start, rx, kEtx);
-  if (!(etx > start)) return false;
-  c.gRespFields[0] = Mid(rx, start, etx - start);
+  if (!rd::TextToEtx(rx, p + 2, &c.gRespFields[0])) return false;
   return IsNumeric(c.gRespFields[0]);
 }
 
@@ -151,7 +138,7 @@ std::string ReadTempAlarmLevel(Comms& c) { return ReadTempTrip(c, "PBKA?", "KA",
 
 std::string ReadInletDiffAlarmLevel(Comms& c) {
   std::string rx;
-  if (!Exchange(c, "PBKI?", rx)) return "";
+  if (!rd::Exchange(c, "PBKI?", rx)) return "";
   return TempTripFromEcho(rx, "KI");
 }
 
@@ -160,8 +147,8 @@ std::string ReadInletDiffAlarmLevel(Comms& c) {
 int16_t ReadLatchTempFaults(Comms& c) {
   int16_t result = -1;
   std::string rx;
-  const bool first = Exchange(c, "PBKL?", rx);
-  const bool second = Exchange(c, "PBKL?", rx);
+  const bool first = rd::Exchange(c, "PBKL?", rx);
+  const bool second = rd::Exchange(c, "PBKL?", rx);
   if (!first && !second) return result;
   if (!(InStr(rx, "KL") == 5 && Len(rx) - 1 > 7)) return result;
   Guarded([&] { result = TextToInt16(Mid(rx, 7, 1)); });
@@ -174,7 +161,7 @@ int16_t ReadLatchTempFaults(Comms& c) {
 int16_t ReadTemperature(Comms& c, bool second) {
   int16_t result = -125;
   std::string rx;
-  if (!Exchange(c, second ? "?TT" : "?T", rx)) return result;
+  if (!rd::Exchange(c, second ? "?TT" : "?T", rx)) return result;
   const long q = InStr(rx, "?");
   if (!(q > 0)) return result;
   c.gRespFields[0] = Mid(rx, q + 1, 4);
@@ -195,7 +182,7 @@ int16_t ReadTemperature(Comms& c, bool second) {
 float ReadInletTemperature(Comms& c) {
   float result = -50.0f;
   std::string rx;
-  if (!Exchange(c, "?t", rx)) return result;
+  if (!rd::Exchange(c, "?t", rx)) return result;
   const long q = InStr(rx, "?");
   if (!(q > 2)) return result;
   result = static_cast<float>(Val(rd::OpenEnd(rx, q + 1)));
@@ -205,13 +192,13 @@ float ReadInletTemperature(Comms& c) {
 
 std::string ReadMaxCalTemp(Comms& c) {
   std::string rx, value;
-  if (!Exchange(c, ".?P332", rx) || !rd::BlankValue(rx, 6, &value)) return "";
+  if (!rd::Exchange(c, ".?P332", rx) || !rd::BlankValue(rx, 6, &value)) return "";
   return Format(Val(value), "##0");
 }
 
 std::string ReadMinCalTemp(Comms& c) {
   std::string rx, value;
-  if (!Exchange(c, ".?P333", rx) || !rd::BlankValue(rx, 6, &value)) return "";
+  if (!rd::Exchange(c, ".?P333", rx) || !rd::BlankValue(rx, 6, &value)) return "";
   return Format(Val(value), "##0");
 }
 
@@ -222,7 +209,7 @@ std::string ReadMinCalTemp(Comms& c) {
 int16_t ReadFanTemperature(Comms& c) {
   int16_t result = -1;
   std::string rx;
-  if (!Exchange(c, "PBG?", rx)) return result;
+  if (!rd::Exchange(c, "PBG?", rx)) return result;
   if (InStr(rx, "PBG") != 3) return result;
   Guarded([&] { result = TextToInt16(rd::OpenEnd(rx, 6)); });
   return result;
@@ -238,13 +225,10 @@ bool ReadDCVLimit(Comms& c, int k) {
   if (k < 1 || k > 4) return false;
   const std::string tail = kMnemonic[k - 1];
   std::string rx;
-  if (!Exchange(c, tail + "?", rx)) return false;
+  if (!rd::Exchange(c, tail + "?", rx)) return false;
   const long p = InStr(rx, tail);
   if (!(p > 2)) return false;
-  const long start = p + Len(tail);
-  const long etx = InStr(start, rx, kEtx);
-  if (!(etx > start)) return false;
-  c.gRespFields[0] = Mid(rx, start, etx - start);
+  if (!rd::TextToEtx(rx, p + Len(tail), &c.gRespFields[0])) return false;
   return IsNumeric(c.gRespFields[0]);
 }
 
@@ -252,7 +236,7 @@ bool ReadDCVLimit(Comms& c, int k) {
 // passed on as the unit sent them.
 bool ReadCurrentSense(Comms& c) {
   std::string rx;
-  if (!Exchange(c, "?IiJj", rx)) return false;
+  if (!rd::Exchange(c, "?IiJj", rx)) return false;
   const long q = InStr(rx, "?");
   if (!(Len(rx) > 16 && q > 1)) return false;
   for (int i = 0; i < 4; ++i) c.gRespFields[static_cast<size_t>(i)] = Mid(rx, q + 1 + 4 * i, 4);
@@ -261,19 +245,19 @@ bool ReadCurrentSense(Comms& c) {
 
 std::string ReadCurrentSenseGain(Comms& c) {
   std::string rx, value;
-  if (!Exchange(c, ".?P92", rx) || !rd::BlankValue(rx, 6, &value)) return "";
+  if (!rd::Exchange(c, ".?P92", rx) || !rd::BlankValue(rx, 6, &value)) return "";
   return value;
 }
 
 float ReadCurrentSenseResistor(Comms& c) {
   std::string rx, value;
-  if (!Exchange(c, ".?P93", rx) || !rd::BlankValue(rx, 6, &value)) return 0.0f;
+  if (!rd::Exchange(c, ".?P93", rx) || !rd::BlankValue(rx, 6, &value)) return 0.0f;
   return static_cast<float>(Val(value));
 }
 
 int16_t ReadWGArcDetectorType(Comms& c) {
   std::string rx;
-  if (!Exchange(c, "PTW?", rx)) return -1;
+  if (!rd::Exchange(c, "PTW?", rx)) return -1;
   const long p = InStr(rx, "TW");
   if (!(p > 1)) return -1;
   return ToInt16(Val(Mid(rx, p + 2, 1)));

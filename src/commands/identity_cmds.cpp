@@ -149,20 +149,18 @@ bool ReadUnitVersion(Comms& c, std::string_view fwPartNumber) {
 std::string ReadUnitSerialText(Comms& c) {
   if (!rd::Send(c, "0S")) return "";
   const std::string rx = c.Link.RxMessage;
-  if (Mid(rx, 4, 1) != "S") return "";
-  const long etx = InStr(4, rx, kEtx);
-  if (!(etx > 4)) return "";
-  return Mid(rx, 4, etx - 4);
+  std::string text;
+  if (Mid(rx, 4, 1) != "S" || !rd::TextToEtx(rx, 4, &text)) return "";
+  return text;
 }
 
 // "0C": reply "0C" + version text, taken from 5 up to ETX.
 std::string ReadCPLDVersion(Comms& c) {
   if (!rd::Send(c, "0C")) return "";
   const std::string rx = c.Link.RxMessage;
-  if (Mid(rx, 4, 1) != "C") return "";
-  const long etx = InStr(5, rx, kEtx);
-  if (!(etx > 5)) return "";
-  return Mid(rx, 5, etx - 5);
+  std::string text;
+  if (Mid(rx, 4, 1) != "C" || !rd::TextToEtx(rx, 5, &text)) return "";
+  return text;
 }
 
 // "YT": reply "YT" + identity. The text is taken from after the echo to the

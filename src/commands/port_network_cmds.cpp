@@ -9,32 +9,15 @@
 namespace amp {
 namespace {
 
-const std::string kEtx(1, '\x03');
-
-bool Exchange(Comms& c, std::string_view request, std::string& rx) {
-  const bool ok = rd::Send(c, request);
-  rx = ok ? c.Link.RxMessage : std::string();
-  return ok;
-}
-
-// The text from `start` to the first ETX at or after it; false when nothing
-// stands between them.
-bool TextToEtx(const std::string& rx, long start, std::string* text) {
-  const long etx = InStr(start, rx, kEtx);
-  if (!(etx > start)) return false;
-  *text = Mid(rx, start, etx - start);
-  return true;
-}
-
 // "PEI?", "PEN?", "PER?": a dotted address after the two-letter tail. Each
 // of the first four parts goes through Val, so padded parts lose their
 // leading zeros and a part that is not a number becomes 0.
 std::string ReadDotted(Comms& c, std::string_view request, std::string_view tail) {
   std::string rx, text;
-  if (!Exchange(c, request, rx)) return "";
+  if (!rd::Exchange(c, request, rx)) return "";
   const long p = InStr(rx, tail);
   if (!(Len(rx) > 4 && p > 1)) return "";
-  if (!TextToEtx(rx, p + 2, &text)) return "";
+  if (!rd::TextToEtx(rx, p + 2, &text)) return "";
   const std::vector<std::string> parts = rd::Split(text, '.');
   if (parts.size() < 4) return "";
   return Format(Val(parts[0]), "##0") + "." + Format(Val(parts[1]), "##0") + "." +
@@ -46,17 +29,17 @@ std::string ReadDotted(Comms& c, std::string_view request, std::string_view tail
 std::string ReadLldpText(Comms& c, std::string_view request, std::string_view tail,
                          long minLen) {
   std::string rx, text;
-  if (!Exchange(c, request, rx)) return "";
+  if (!rd::Exchange(c, request, rx)) return "";
   const long p = InStr(rx, tail);
   if (!(Len(rx) > minLen && p > 1)) return "";
-  if (!TextToEtx(rx, p + 3, &text)) return "";
+  if (!rd::TextToEtx(rx, p + 3, &text)) return "";
   return text;
 }
 
 // "N?" / "NP?": one digit right behind an echo that starts the body.
 int16_t ReadPowerSave(Comms& c, std::string_view request, std::string_view tail) {
   std::string rx;
-  if (!Exchange(c, request, rx)) return -1;
+  if (!rd::Exchange(c, request, rx)) return -1;
   if (InStr(rx, tail) != 3) return -1;
   return ToInt16(Val(Mid(rx, 3 + Len(tail), 1)));
 }
@@ -107,7 +90,7 @@ bool ReadSerialPortCfg(Comms& c, int k) {
   if (k != 1 && k != 2) return false;
   c.Link.Clear();
   std::string rx;
-  if (!Exchange(c, k == 1 ? "X1?" : "X2?", rx)) return false;
+  if (!rd::Exchange(c, k == 1 ? "X1?" : "X2?", rx)) return false;
   const long pos = Mid(rx, 3, 1) == "X" ? 5 : 0;
   if (!(Len(rx) > 10 && pos > 2)) return false;
   c.gRespFields[0] = Mid(rx, pos, 6);
@@ -122,7 +105,7 @@ bool ReadSerialPortCfg(Comms& c, int k) {
 bool ReadRS485Cfg(Comms& c) {
   for (size_t i = 0; i < 3; ++i) c.gRespFields[i].clear();
   std::string rx;
-  if (!Exchange(c, "XR?", rx)) return false;
+  if (!rd::Exchange(c, "XR?", rx)) return false;
   const long pos = Mid(rx, 3, 2) == "XR" ? 5 : 4;
   if (!(Len(rx) > 4)) return false;
   c.gRespFields[0] = Mid(rx, pos, 1);
@@ -137,10 +120,10 @@ std::string ReadRouterAddress(Comms& c) { return ReadDotted(c, "PER?", "ER"); }
 
 std::string ReadMACAddress(Comms& c) {
   std::string rx, text;
-  if (!Exchange(c, "PEM?", rx)) return "";
+  if (!rd::Exchange(c, "PEM?", rx)) return "";
   const long p = InStr(rx, "EM");
   if (!(Len(rx) > 17 && p > 3)) return "";
-  if (!TextToEtx(rx, p + 2, &text)) return "";
+  if (!rd::TextToEtx(rx, p + 2, &text)) return "";
   return text;
 }
 
@@ -148,7 +131,7 @@ std::string ReadMACAddress(Comms& c) {
 int32_t ReadEnetPort(Comms& c) {
   int32_t result = 0;
   std::string rx;
-  if (!Exchange(c, "PEP?", rx)) return result;
+  if (!rd::Exchange(c, "PEP?", rx)) return result;
   const long p = InStr(rx, "EP");
   if (!(Len(rx) > 6 && p > 3)) return result;
   Guarded([&] {
@@ -162,7 +145,7 @@ int32_t ReadEnetPort(Comms& c) {
 bool ReadDHCPMode(Comms& c) {
   bool result = false;
   std::string rx;
-  if (!Exchange(c, "PEO?", rx)) return result;
+  if (!rd::Exchange(c, "PEO?", rx)) return result;
   const long data = InStr(rx, "EO") + 2;
   if (!(Len(rx) > 4 && data > 2)) return result;
   Guarded([&] { result = TextToInt16(Mid(rx, data, 1)) != 0; });

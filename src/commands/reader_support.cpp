@@ -24,12 +24,25 @@ namespace rd {
 
 bool Send(Comms& c, std::string_view text) { return c.ExchangeCommand(text, false); }
 
+bool Exchange(Comms& c, std::string_view request, std::string& rx) {
+  const bool ok = Send(c, request);
+  rx = ok ? c.Link.RxMessage : std::string();
+  return ok;
+}
+
 std::string OpenEnd(const std::string& rx, long start) { return Mid(rx, start); }
 
 std::string ToEtx(const std::string& rx, long start, long searchFrom) {
   const long end = InStr(searchFrom > 0 ? searchFrom : start, rx, std::string(1, '\x03'));
   if (end == 0) return Mid(rx, start);
   return end > start ? Mid(rx, start, end - start) : std::string();
+}
+
+bool TextToEtx(const std::string& rx, long start, std::string* text) {
+  const long etx = InStr(start, rx, std::string(1, '\x03'));
+  if (!(etx > start)) return false;
+  *text = Mid(rx, start, etx - start);
+  return true;
 }
 
 long FrameLen(const std::string& rx) {

@@ -43,6 +43,10 @@ namespace rd {
 // ExchangeCommand(text, false): readers never show a box.
 bool Send(Comms& c, std::string_view text);
 
+// One exchange; the reply frame copied, or "" when the exchange failed, so
+// that a reader parsing the latest reply after a refused repeat finds nothing.
+bool Exchange(Comms& c, std::string_view request, std::string& rx);
+
 // Everything from `start` to the end of the message, ETX and checksum
 // included: Val of it stops at the ETX.
 std::string OpenEnd(const std::string& rx, long start);
@@ -50,6 +54,10 @@ std::string OpenEnd(const std::string& rx, long start);
 // The text from `start` up to the first ETX found from `searchFrom` (which
 // defaults to `start`), the ETX excluded. With no ETX, to the end.
 std::string ToEtx(const std::string& rx, long start, long searchFrom = 0);
+
+// The text from `start` to the first ETX at or after it; false, and `text`
+// left as it was, when nothing stands between them.
+bool TextToEtx(const std::string& rx, long start, std::string* text);
 
 // Length of a reply without the CR a TCP reply keeps at its end.
 long FrameLen(const std::string& rx);

@@ -9,8 +9,6 @@
 namespace amp {
 namespace {
 
-const std::string kEtx(1, '\x03');
-
 // "?M" and "?N": "?" and six digits. The test Len > 6 lets a reply with as
 // little as two characters after the "?" through; Val then stops at the ETX.
 int32_t ReadHours(Comms& c, std::string_view request) {
@@ -192,8 +190,7 @@ std::string ReadHelixCurrentTrip(Comms& c) {
   if (!rd::Send(c, "YFTH?")) return result;
   const std::string rx = c.Link.RxMessage;
   if (InStr(rx, "TH") != 5) return result;
-  const long etx = InStr(7, rx, kEtx);
-  if (etx > 7) result = Mid(rx, 7, etx - 7);
+  rd::TextToEtx(rx, 7, &result);
   return result;
 }
 

@@ -9,19 +9,11 @@
 namespace amp {
 namespace {
 
-const std::string kEtx(1, '\x03');
-
-bool Exchange(Comms& c, std::string_view request, std::string& rx) {
-  const bool ok = rd::Send(c, request);
-  rx = ok ? c.Link.RxMessage : std::string();
-  return ok;
-}
-
 // "PBC<x>?": the number follows the two-letter tail, open to the end. Only
 // the tail's place is tested, so an echo with no number reads as 0.
 float ReadBucValue(Comms& c, std::string_view request, std::string_view tail, float fallback) {
   std::string rx;
-  if (!Exchange(c, request, rx)) return fallback;
+  if (!rd::Exchange(c, request, rx)) return fallback;
   const long p = InStr(rx, tail);
   if (!(p > 1)) return fallback;
   return static_cast<float>(Val(rd::OpenEnd(rx, p + 2)));
@@ -34,13 +26,12 @@ float ReadBucValue(Comms& c, std::string_view request, std::string_view tail, fl
 bool ReadAmcList(Comms& c, std::string_view request, std::string_view tail, size_t minUpper,
                  size_t maxUpper) {
   std::string rx;
-  if (!Exchange(c, request, rx)) return false;
+  if (!rd::Exchange(c, request, rx)) return false;
   const long p = InStr(rx, tail);
   if (!(Len(rx) > 4 && p > 1)) return false;
-  const long start = p + 2;
-  const long etx = InStr(start, rx, kEtx);
-  if (!(etx > start)) return false;
-  const std::vector<std::string> parts = rd::Split(Mid(rx, start, etx - start), ';');
+  std::string list;
+  if (!rd::TextToEtx(rx, p + 2, &list)) return false;
+  const std::vector<std::string> parts = rd::Split(list, ';');
   const size_t upper = parts.size() - 1;
   if (upper < minUpper || upper > maxUpper) return false;
   auto& fields = c.gRespFields;
@@ -73,7 +64,7 @@ float ReadBucIdeal(Comms& c) { return ReadBucValue(c, "PBCI?", "CI", 0.0f); }
 int16_t ReadBucMode(Comms& c) {
   int16_t result = -1;
   std::string rx;
-  if (!Exchange(c, "PBCM?", rx)) return result;
+  if (!rd::Exchange(c, "PBCM?", rx)) return result;
   const long p = InStr(rx, "CM");
   if (!(p > 1)) return result;
   Guarded([&] { result = ToInt16(Val(rd::OpenEnd(rx, p + 2))); });
@@ -91,7 +82,7 @@ bool ReadAmcSettings(Comms& c) {
 int16_t ReadAmcStatus(Comms& c) {
   int16_t result = -1;
   std::string rx;
-  if (!Exchange(c, "YCI?", rx)) return result;
+  if (!rd::Exchange(c, "YCI?", rx)) return result;
   const long p = InStr(rx, "CI");
   if (!(Len(rx) > 4 && p > 1)) return result;
   Guarded([&] { result = ToInt16(Val(rd::OpenEnd(rx, p + 2))); });
@@ -106,7 +97,7 @@ PSVsetRecord ReadPSVset(Comms& c, int n) {
   PSVsetRecord r;
   std::string rx;
   const std::string request = n > -1 ? "YC?:" + std::to_string(n) : std::string("YC?");
-  if (!Exchange(c, request, rx)) return r;
+  if (!rd::Exchange(c, request, rx)) return r;
   const long p = InStr(rx, "YC");
   if (!(p > 1)) return r;
   Guarded([&] {
@@ -120,13 +111,11 @@ PSVsetRecord ReadPSVset(Comms& c, int n) {
 // no part number.
 std::string ReadModelCfgPN(Comms& c) {
   std::string rx;
-  if (!Exchange(c, "YJ?", rx)) return "";
+  if (!rd::Exchange(c, "YJ?", rx)) return "";
   const long p = InStr(rx, "YJ");
-  if (!(p > 0)) return "";
-  const long start = p + 2;
-  const long etx = InStr(start, rx, kEtx);
-  if (!(etx > start)) return "";
-  return Mid(rx, start, etx - start);
+  std::string text;
+  if (!(p > 0) || !rd::TextToEtx(rx, p + 2, &text)) return "";
+  return text;
 }
 
 }  // namespace amp

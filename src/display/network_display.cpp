@@ -34,6 +34,24 @@ void ParseOctets(const std::string& text, std::array<int16_t, 4>& octets) {
   }
 }
 
+// Serial port `port`'s line settings as the unit reports them; when they
+// cannot be read, none is known and the parity shows "*".
+void ReadComSettings(Comms& c, int port, int32_t& baud, std::string& parity, int16_t& data,
+                     int16_t& stop) {
+  if (ReadSerialPortCfg(c, port)) {
+    const auto& r = c.gRespFields;
+    baud = CLng(Val(r[0])).value_or(0);
+    parity = r[1];
+    data = Int16Of(r[2], 0);
+    stop = Int16Of(r[3], 0);
+    return;
+  }
+  baud = 0;
+  parity = "*";
+  data = 0;
+  stop = 0;
+}
+
 }  // namespace
 
 void PanelSetup::InitPowerSaveParameters() {
@@ -45,33 +63,11 @@ void PanelSetup::InitPowerSaveParameters() {
 }
 
 void PanelSetup::InitCom1Settings() {
-  if (ReadSerialPortCfg(c_, 1)) {
-    const auto& r = c_.gRespFields;
-    v_.gCom1Baud = CLng(Val(r[0])).value_or(0);
-    v_.gCom1Parity = r[1];
-    v_.gCom1Data = Int16Of(r[2], 0);
-    v_.gCom1Stop = Int16Of(r[3], 0);
-    return;
-  }
-  v_.gCom1Baud = 0;
-  v_.gCom1Parity = "*";
-  v_.gCom1Data = 0;
-  v_.gCom1Stop = 0;
+  ReadComSettings(c_, 1, v_.gCom1Baud, v_.gCom1Parity, v_.gCom1Data, v_.gCom1Stop);
 }
 
 void PanelSetup::InitCom2Settings() {
-  if (ReadSerialPortCfg(c_, 2)) {
-    const auto& r = c_.gRespFields;
-    v_.gCom2Baud = CLng(Val(r[0])).value_or(0);
-    v_.gCom2Parity = r[1];
-    v_.gCom2Data = Int16Of(r[2], 0);
-    v_.gCom2Stop = Int16Of(r[3], 0);
-  } else {
-    v_.gCom2Baud = 0;
-    v_.gCom2Parity = "*";
-    v_.gCom2Data = 0;
-    v_.gCom2Stop = 0;
-  }
+  ReadComSettings(c_, 2, v_.gCom2Baud, v_.gCom2Parity, v_.gCom2Data, v_.gCom2Stop);
   if (ReadRS485Cfg(c_)) {
     const auto& r = c_.gRespFields;
     v_.gCom2Wire = Int16Of(r[0], 0);

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
 
 namespace amp::ui {
 
@@ -427,6 +431,32 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
       break;
   }
   return std::nullopt;
+}
+
+std::string ScriptName(const std::string& file) { return file == "-" ? "<stdin>" : file; }
+
+bool LoadScript(const std::string& file, const std::vector<Form*>& forms,
+                std::vector<ScriptAction>& out, std::string* error) {
+  std::string text;
+  if (file == "-") {
+    text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+  } else {
+    std::ifstream in(file, std::ios::binary);
+    if (!in) {
+      *error = "cannot read the script " + file;
+      return false;
+    }
+    std::ostringstream buf;
+    buf << in.rdbuf();
+    text = buf.str();
+  }
+  auto bad = ParseScript(text, out);
+  if (!bad) bad = ValidateScript(out, forms);
+  if (bad) {
+    *error = ScriptName(file) + ": " + bad->Text();
+    return false;
+  }
+  return true;
 }
 
 }  // namespace amp::ui

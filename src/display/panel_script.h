@@ -62,6 +62,15 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
 std::optional<ScriptError> ValidateScript(const std::vector<ScriptAction>& actions,
                                           const std::vector<Form*>& forms);
 
+// The name a script goes by in messages: "<stdin>" for "-".
+std::string ScriptName(const std::string& file);
+
+// Reads the script of `file` ("-": standard input), parses it and checks it
+// against `forms`. False with the reason in `error`: the file that cannot be
+// read, or the script's name and its bad line.
+bool LoadScript(const std::string& file, const std::vector<Form*>& forms,
+                std::vector<ScriptAction>& out, std::string* error);
+
 class PanelScript {
  public:
   // What the script needs of the program around it.

@@ -6,12 +6,8 @@
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iostream>
-#include <iterator>
 #include <map>
 #include <optional>
-#include <sstream>
 
 #include "basic/json.h"
 #include "basic/numbers.h"
@@ -56,48 +52,11 @@ class DesktopApp::TargetSettings final : public SettingsStore {
 
 namespace {
 
-// COMn for a slot number, or the slot of a device path (binding a free slot,
-// or the last one when all are taken). 0 when the name is not usable.
-int SlotForDevice(ComSlots& slots, const std::string& device) {
-  if (device.size() > 3 && (device[0] == 'C' || device[0] == 'c') && (device[1] == 'O' || device[1] == 'o') &&
-      (device[2] == 'M' || device[2] == 'm')) {
-    const auto n = CLngText(device.substr(3));
-    if (n && *n >= 1 && *n <= ComSlots::kCount) return *n;
-    return 0;
-  }
-  if (int slot = slots.SlotOf(device)) return slot;
-  for (int n = 1; n <= ComSlots::kCount; ++n) {
-    if (slots.Path(n).empty()) {
-      slots.Bind(n, device);
-      return n;
-    }
-  }
-  slots.Bind(ComSlots::kCount, device);
-  return ComSlots::kCount;
-}
-
 bool StartsWith(const std::string& s, const char* prefix) { return s.rfind(prefix, 0) == 0; }
 
 constexpr const char* kDisconnectCaption = "Disconnect";
 // How long the script waits for the session before it gives up.
 constexpr int kScriptConnectWaitMs = 30000;
-
-// The script's text from FILE, or from standard input for "-".
-bool ReadScriptText(const std::string& name, std::string* text, std::string* error) {
-  if (name == "-") {
-    text->assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
-    return true;
-  }
-  std::ifstream in(name, std::ios::binary);
-  if (!in) {
-    *error = "cannot read the script " + name;
-    return false;
-  }
-  std::ostringstream buf;
-  buf << in.rdbuf();
-  *text = buf.str();
-  return true;
-}
 
 }  // namespace
 
@@ -255,13 +214,13 @@ std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOpt
 }
 
 DesktopApp::DesktopApp(DesktopOptions options)
-    : onEnd([] { QCoreApplication::quit(); }), options_(std::move(options)), slots_(DefaultComSlots()) {}
+    : onEnd([] { QCoreApplication::quit(); }), options_(std::move(options)), host_(DefaultComSlots()) {}
 
 DesktopApp::~DesktopApp() {
   // The binder and the window go before the panel they show.
   binder_.reset();
   window_.reset();
-  desk_.reset();
+  host_.desk.reset();
 }
 
 SettingsStore& DesktopApp::settings() { return *settings_; }
@@ -282,9 +241,8 @@ bool DesktopApp::Start(std::string* error) {
   settings_ = std::make_unique<TargetSettings>(*storedSettings_);
   // The panel reads its settings when it loads, below; the target is laid
   // over them before that.
-  desk_ = std::make_unique<AmpDesk>(
-      AmpDeskHost{port_, slots_, sckTcp_, timer1_, pump_, clock_, dialogs_, *settings_});
-  desk_->EndProgram = [this] {
+  host_.MakeDesk(timer1_, dialogs_, *settings_);
+  host_.desk->EndProgram = [this] {
     if (onEnd) onEnd();
   };
 
@@ -316,7 +274,7 @@ bool DesktopApp::Start(std::string* error) {
     settings_->Override("EthPort", std::to_string(tcpPort));
   } else if (!options_.serialDevice.empty()) {
     settings_->Override("UseEnet", "False");
-    settings_->Override("CurrentPort", std::to_string(SlotForDevice(slots_, options_.serialDevice)));
+    settings_->Override("CurrentPort", std::to_string(SlotForDevice(host_.slots, options_.serialDevice)));
     if (!options_.lineSettings.empty()) settings_->Override("ComSettings", options_.lineSettings);
     if (!options_.address.empty()) {
       // One address: the connect polls it instead of searching.
@@ -326,24 +284,23 @@ bool DesktopApp::Start(std::string* error) {
   }
 
   if (!options_.trace.empty()) {
-    if (!trace_.Open(options_.trace, error)) return false;
-    desk_->comms.Link.trace = [this](char d, std::string_view bytes) { trace_.Write(d, bytes); };
+    if (!host_.OpenTrace(options_.trace, error)) return false;
   }
 
   window_ = std::make_unique<MainWindow>();
-  binder_ = std::make_unique<FormBinder>(desk_->frmMain, window_.get());
+  binder_ = std::make_unique<FormBinder>(host_.desk->frmMain, window_.get());
   dialogs_.SetParentWindow(window_.get());
   RegisterDialogWindows(dialogs_);
   window_->onClose = [this] {
-    if (desk_->Unloaded()) return;
-    if (desk_->frmMain.QueryUnload) {
-      desk_->frmMain.QueryUnload();
+    if (host_.desk->Unloaded()) return;
+    if (host_.desk->frmMain.QueryUnload) {
+      host_.desk->frmMain.QueryUnload();
     } else {
-      desk_->Form_Unload();
+      host_.desk->Form_Unload();
     }
   };
 
-  ui::FrmMain& f = desk_->frmMain;
+  ui::FrmMain& f = host_.desk->frmMain;
   if (f.Load) f.Load();
   window_->show();
 
@@ -362,16 +319,8 @@ bool DesktopApp::Start(std::string* error) {
 }
 
 bool DesktopApp::LoadScript(std::string* error) {
-  scriptName_ = options_.script == "-" ? "<stdin>" : options_.script;
-  std::string text;
-  if (!ReadScriptText(options_.script, &text, error)) return false;
-  auto bad = ui::ParseScript(text, scriptActions_);
-  if (!bad) bad = ui::ValidateScript(scriptActions_, desk_->Forms());
-  if (bad) {
-    *error = scriptName_ + ": " + bad->Text();
-    return false;
-  }
-  return true;
+  scriptName_ = ui::ScriptName(options_.script);
+  return ui::LoadScript(options_.script, host_.desk->Forms(), scriptActions_, error);
 }
 
 void DesktopApp::RunScriptOnceConnected() {
@@ -382,7 +331,7 @@ void DesktopApp::RunScriptOnceConnected() {
   clock->start();
   check->setInterval(50);
   QObject::connect(check, &QTimer::timeout, window_.get(), [this, check, clock] {
-    if (desk_->Unloaded()) {
+    if (host_.desk->Unloaded()) {
       check->stop();
       check->deleteLater();
       return;
@@ -397,7 +346,7 @@ void DesktopApp::RunScriptOnceConnected() {
       ScheduleScreenshot();
       return;
     }
-    if (desk_->frmMain.btnConnect.Caption() != kDisconnectCaption || timer1_.Running() ||
+    if (host_.desk->frmMain.btnConnect.Caption() != kDisconnectCaption || timer1_.Running() ||
         QApplication::activeModalWidget())
       return;
     check->stop();
@@ -409,15 +358,15 @@ void DesktopApp::RunScriptOnceConnected() {
 
 void DesktopApp::RunScript() {
   ui::PanelScript::Host host;
-  host.forms = desk_->Forms();
+  host.forms = host_.desk->Forms();
   host.pollTick = [this] { timer1_.Fire(); };
   host.pollRunning = [this] { return timer1_.Enabled(); };
   host.wait = [this](int ms) { WaitMs(ms); };
   host.dump = [this](const ui::Form* dialog) {
     JsonWriter w;
     w.BeginObject();
-    w.Key("connected").Bool(desk_->frmMain.btnConnect.Caption() == kDisconnectCaption);
-    w.Key("form").Raw(desk_->frmMain.DumpJson());
+    w.Key("connected").Bool(host_.desk->frmMain.btnConnect.Caption() == kDisconnectCaption);
+    w.Key("form").Raw(host_.desk->frmMain.DumpJson());
     w.Key("dialog");
     if (dialog) {
       w.Raw(dialog->DumpJson());
@@ -430,7 +379,7 @@ void DesktopApp::RunScript() {
   };
   host.beforeAction = [this](const ui::ScriptAction&) {
     // The operator closed the panel meanwhile: nothing more to act on.
-    if (desk_->Unloaded() && script_) script_->Stop();
+    if (host_.desk->Unloaded() && script_) script_->Stop();
   };
   host.note = [this](const std::string& text) {
     std::fprintf(stderr, "ampdesk: %s: %s\n", scriptName_.c_str(), text.c_str());
@@ -459,11 +408,11 @@ void DesktopApp::WaitMs(int ms) {
   QElapsedTimer clock;
   clock.start();
   for (qint64 left = ms; left > 0; left = ms - clock.elapsed()) {
-    if (desk_->Unloaded()) {
+    if (host_.desk->Unloaded()) {
       if (script_) script_->Stop();
       return;
     }
-    pump_.WaitForEvents(static_cast<int>(std::min<qint64>(left, 100)));
+    host_.pump.WaitForEvents(static_cast<int>(std::min<qint64>(left, 100)));
   }
 }
 

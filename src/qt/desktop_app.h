@@ -11,14 +11,10 @@
 
 #include "app/amp_desk.h"
 #include "display/panel_script.h"
-#include "link/frame_trace.h"
-#include "platform/com_slots.h"
 #include "qt/binder.h"
+#include "qt/desk_host.h"
 #include "qt/main_window.h"
-#include "qt/qt_comm_port.h"
 #include "qt/qt_dialogs.h"
-#include "qt/qt_event_pump.h"
-#include "qt/qt_tcp_socket.h"
 #include "qt/qt_timer.h"
 #include "qt/sim_process.h"
 
@@ -71,7 +67,7 @@ class DesktopApp {
   // loop unless replaced.
   std::function<void()> onEnd;
 
-  AmpDesk& desk() { return *desk_; }
+  AmpDesk& desk() { return *host_.desk; }
   MainWindow& window() { return *window_; }
   FormBinder& binder() { return *binder_; }
   QtDialogs& dialogs() { return dialogs_; }
@@ -94,15 +90,9 @@ class DesktopApp {
   QTemporaryDir demoDir_;
   std::unique_ptr<SettingsStore> storedSettings_;
   std::unique_ptr<TargetSettings> settings_;
-  ComSlots slots_;
-  QtCommPort port_{slots_};
-  QtTcpSocket sckTcp_;
   QtTimer timer1_;
-  QtEventPump pump_;
-  QtClock clock_;
   QtDialogs dialogs_;
-  FrameTrace trace_{clock_};
-  std::unique_ptr<AmpDesk> desk_;
+  DeskHost host_;
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<FormBinder> binder_;
   bool screenshotFailed_ = false;

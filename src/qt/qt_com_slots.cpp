@@ -8,6 +8,8 @@
 #include <cctype>
 #include <tuple>
 
+#include "basic/numbers.h"
+
 namespace amp {
 namespace {
 
@@ -72,6 +74,25 @@ ComSlots DefaultComSlots() {
         return qEnvironmentVariable(name.constData()).toStdString();
       },
       std::move(available));
+}
+
+int SlotForDevice(ComSlots& slots, const std::string& device) {
+  if (device.size() > 3 && (device[0] == 'C' || device[0] == 'c') &&
+      (device[1] == 'O' || device[1] == 'o') && (device[2] == 'M' || device[2] == 'm')) {
+    const auto n = CLngText(device.substr(3));
+    if (n && *n >= 1 && *n <= ComSlots::kCount) return *n;
+    return 0;
+  }
+  if (device.empty()) return 0;
+  if (int slot = slots.SlotOf(device)) return slot;
+  for (int n = 1; n <= ComSlots::kCount; ++n) {
+    if (slots.Path(n).empty()) {
+      slots.Bind(n, device);
+      return n;
+    }
+  }
+  slots.Bind(ComSlots::kCount, device);
+  return ComSlots::kCount;
 }
 
 }  // namespace amp

@@ -23,4 +23,9 @@ ComSlots DefaultComSlots();
 ComSlots BuildComSlots(const std::function<std::optional<std::string>(int)>& env,
                        std::vector<std::string> available);
 
+// The slot for a device named on a command line: COMn by its number, or the
+// slot of a device path (binding the first free slot to it, or the last slot
+// when all are taken). 0 when the name is not usable.
+int SlotForDevice(ComSlots& slots, const std::string& device);
+
 }  // namespace amp

@@ -8,8 +8,9 @@
 #include <QThread>
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <cstdint>
+
+#include "basic/numbers.h"
 
 namespace amp {
 namespace {
@@ -22,12 +23,6 @@ std::string_view Trimmed(std::string_view s) {
   while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
   while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
   return s;
-}
-
-bool ParseInt(std::string_view s, int* out) {
-  if (s.empty()) return false;
-  const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), *out);
-  return ec == std::errc() && end == s.data() + s.size();
 }
 
 bool HungUp(int fd) {

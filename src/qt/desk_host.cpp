@@ -1,0 +1,15 @@
+#include "qt/desk_host.h"
+
+namespace amp {
+
+void DeskHost::MakeDesk(Timer& timer, Dialogs& dialogs, SettingsStore& settings) {
+  desk = std::make_unique<AmpDesk>(AmpDeskHost{port, slots, sock, timer, pump, clock, dialogs, settings});
+}
+
+bool DeskHost::OpenTrace(const std::string& path, std::string* error) {
+  if (!trace.Open(path, error)) return false;
+  desk->comms.Link.trace = [this](char d, std::string_view bytes) { trace.Write(d, bytes); };
+  return true;
+}
+
+}  // namespace amp
