@@ -7,22 +7,14 @@
 
 #include "app/fake_unit.h"
 #include "commands/identity_cmds.h"
-#include "support/recording_panel.h"
+#include "support/link_parts.h"
 
 namespace amp {
 namespace {
 
 using namespace amp::test;
 
-struct SearchFixture : ::testing::Test {
-  FakeClock clock;
-  FakeEventPump pump{clock};
-  FakeCommPort port{clock};
-  FakeTcpSocket sock{pump};
-  FakeTimer timer;
-  FakeDialogs dialogs;
-  RecordingPanel panel;
-  Comms comms{LinkHost{sock, timer, pump, clock, dialogs}, panel};
+struct SearchFixture : ::testing::Test, LinkParts {
   bool terminate = false;
   std::vector<std::string> status;
   SearchContext search{comms, [this] { return ReadUnitIDWord(comms); },
@@ -30,10 +22,6 @@ struct SearchFixture : ::testing::Test {
   SearchSettingsList list{};
 
   void SetUp() override {
-    comms.Link.SetCommControl(&port);
-    comms.Link.SetCheckAddress(false);
-    comms.Link.SetMsgTimeout(2.0f);
-    comms.Link.SetDeviceAddress("A");
     comms.Link.SetCommSettings("9600,N,8,1");
     port.isOpen = true;
   }

@@ -5,26 +5,13 @@
 
 #include "commands/fault_config_cmds.h"
 #include "commands/reader_support.h"
-#include "support/scripted_unit.h"
+#include "command_rig.h"
 
 namespace amp {
 namespace {
 
-using test::ScriptedUnit;
-using Unit = std::unique_ptr<ScriptedUnit>;
+using namespace test;
 
-// A fresh unit for each scripted reply: a scripted unit keeps repeating its
-// last answer, so reusing one would replay the previous reply once.
-Unit Answering(const std::string& command, const std::string& body) {
-  auto u = std::make_unique<ScriptedUnit>();
-  u->Answer(command, body);
-  return u;
-}
-Unit Refusing(const std::string& command) {
-  auto u = std::make_unique<ScriptedUnit>();
-  u->Refuse(command);
-  return u;
-}
 // Two replies to the same command, in order; an empty body refuses.
 Unit Twice(const std::string& command, const std::string& first, const std::string& second) {
   auto u = std::make_unique<ScriptedUnit>();
@@ -32,12 +19,6 @@ Unit Twice(const std::string& command, const std::string& first, const std::stri
     if (body->empty()) u->Refuse(command);
     else u->Answer(command, *body);
   }
-  return u;
-}
-// The whole frame as given, e.g. with a chosen address byte.
-Unit RawReply(const std::string& command, const std::string& body, char address) {
-  auto u = std::make_unique<ScriptedUnit>();
-  u->Raw(command, ScriptedUnit::Frame('\x06', body, address));
   return u;
 }
 

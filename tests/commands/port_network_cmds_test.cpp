@@ -6,32 +6,12 @@
 
 #include "commands/port_network_cmds.h"
 #include "commands/reader_support.h"
-#include "support/scripted_unit.h"
+#include "command_rig.h"
 
 namespace amp {
 namespace {
 
-using test::ScriptedUnit;
-using Unit = std::unique_ptr<ScriptedUnit>;
-
-// A fresh unit for each scripted reply: a scripted unit keeps repeating its
-// last answer, so reusing one would replay the previous reply once.
-Unit Answering(const std::string& command, const std::string& body) {
-  auto u = std::make_unique<ScriptedUnit>();
-  u->Answer(command, body);
-  return u;
-}
-Unit Refusing(const std::string& command) {
-  auto u = std::make_unique<ScriptedUnit>();
-  u->Refuse(command);
-  return u;
-}
-// The whole frame as given, e.g. with a chosen address byte.
-Unit RawReply(const std::string& command, const std::string& body, char address) {
-  auto u = std::make_unique<ScriptedUnit>();
-  u->Raw(command, ScriptedUnit::Frame('\x06', body, address));
-  return u;
-}
+using namespace test;
 
 TEST(PortNetworkCmds, SerialPortFieldsStandAtFixedPlaces) {
   Unit u = Answering("X1?", "X1009600N81");

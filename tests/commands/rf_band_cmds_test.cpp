@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "commands/rf_band_cmds.h"
-#include "support/scripted_unit.h"
+#include "command_rig.h"
 
 namespace amp {
 namespace {
 
-using test::ScriptedUnit;
+using namespace test;
 
 const std::string kEtx = "\x03";
 
@@ -27,10 +27,6 @@ auto ReadFrame(const std::string& command, const std::string& frame, Reader read
   auto result = reader(u.comms);
   if (field0 != nullptr) *field0 = u.comms.gRespFields[0];
   return result;
-}
-
-std::string Ack(const std::string& body, char address = 'A') {
-  return ScriptedUnit::Frame('\x06', body, address);
 }
 
 TEST(RfBandCmds, CurrentBandNameAndFrequency) {

@@ -4,7 +4,7 @@
 // resending on leaving.
 #include <gtest/gtest.h>
 
-#include "power_controls_rig.h"
+#include "panel_rig.h"
 
 namespace amp {
 namespace {

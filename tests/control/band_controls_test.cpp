@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "band_trip_rig.h"
+#include "panel_rig.h"
 
 namespace amp::test {
 namespace {

@@ -4,7 +4,7 @@
 // states in which the go-to button keeps quiet.
 #include <gtest/gtest.h>
 
-#include "power_controls_rig.h"
+#include "panel_rig.h"
 
 namespace amp {
 namespace {

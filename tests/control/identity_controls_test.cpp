@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "basic/dates.h"
-#include "identity_waveguide_rig.h"
+#include "panel_rig.h"
 
 namespace amp::test {
 namespace {
@@ -16,7 +16,7 @@ constexpr int kBackspace = 8;
 constexpr int kEnter = 13;
 
 struct IdentityTest : ::testing::Test {
-  IdentityWaveguideRig r;
+  PanelRig r;
   IdentityControls id{r.ctx};
   DateTime now{2024, 3, 5, 7, 9, 41};
   void SetUp() override {
@@ -193,7 +193,7 @@ TEST_F(IdentityTest, NowAsksOnlyWhenTheResetWouldCutRadiatingRF) {
       {1, 0, false, 127, false, false}, {1, 0, false, 40, true, true},
   };
   for (const Case& c : cases) {
-    IdentityWaveguideRig rig;
+    PanelRig rig;
     IdentityControls ctl{rig.ctx};
     ctl.LocalNow = [this] { return now; };
     ctl.Wire();

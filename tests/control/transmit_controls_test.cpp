@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "power_controls_rig.h"
+#include "panel_rig.h"
 
 namespace amp {
 namespace {

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "identity_waveguide_rig.h"
+#include "panel_rig.h"
 
 namespace amp::test {
 namespace {
 
 struct WaveguideTest : ::testing::Test {
-  IdentityWaveguideRig r;
+  PanelRig r;
   WaveguideControls w{r.ctx};
   void SetUp() override { w.Wire(); }
 };

@@ -2,37 +2,14 @@
 // socket close, against scripted parts.
 #include <gtest/gtest.h>
 
-#include "basic/checksum.h"
-#include "link/comms.h"
-#include "support/fakes.h"
-#include "support/recording_panel.h"
+#include "support/link_parts.h"
 
 namespace amp {
 namespace {
 
 using namespace amp::test;
 
-std::string Reply(std::string frame) {
-  frame += static_cast<char>(XorChecksum(frame));
-  return frame;
-}
-
-struct CommsFixture : ::testing::Test {
-  FakeClock clock;
-  FakeEventPump pump{clock};
-  FakeCommPort port{clock};
-  FakeTcpSocket sock{pump};
-  FakeTimer timer;
-  FakeDialogs dialogs;
-  RecordingPanel panel;
-  Comms comms{LinkHost{sock, timer, pump, clock, dialogs}, panel};
-
-  void SetUp() override {
-    comms.Link.SetCommControl(&port);
-    comms.Link.SetCheckAddress(false);
-    comms.Link.SetMsgTimeout(2.0f);
-    comms.Link.SetDeviceAddress("A");
-  }
+struct CommsFixture : ::testing::Test, LinkParts {
   void UseTcp() {
     comms.gUseEnet = true;
     sock.state = TcpSocket::sckConnected;

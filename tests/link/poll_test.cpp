@@ -2,37 +2,17 @@
 // session, and the fast and slow groups riding on good polls.
 #include <gtest/gtest.h>
 
-#include "basic/checksum.h"
-#include "link/comms.h"
-#include "support/fakes.h"
-#include "support/recording_panel.h"
+#include "support/link_parts.h"
 
 namespace amp {
 namespace {
 
 using namespace amp::test;
 
-std::string Reply(std::string frame) {
-  frame += static_cast<char>(XorChecksum(frame));
-  return frame;
-}
-
-struct PollFixture : ::testing::Test {
-  FakeClock clock;
-  FakeEventPump pump{clock};
-  FakeCommPort port{clock};
-  FakeTcpSocket sock{pump};
-  FakeTimer timer;
-  FakeDialogs dialogs;
-  RecordingPanel panel;
-  Comms comms{LinkHost{sock, timer, pump, clock, dialogs}, panel};
+struct PollFixture : ::testing::Test, LinkParts {
   std::string answer = Reply("\x06" "A?P@@@@@@@@@@@\x03");  // the unit's status block
 
   void SetUp() override {
-    comms.Link.SetCommControl(&port);
-    comms.Link.SetCheckAddress(false);
-    comms.Link.SetMsgTimeout(2.0f);
-    comms.Link.SetDeviceAddress("A");
     port.isOpen = true;
     port.onWrite = [this](const std::string&) {
       if (!answer.empty()) port.Arrive(answer, 20);

@@ -9,19 +9,13 @@
 #include <vector>
 
 #include "basic/checksum.h"
-#include "link/comms.h"
-#include "support/fakes.h"
-#include "support/recording_panel.h"
+#include "support/link_parts.h"
 
 namespace amp::test {
 
-class ScriptedUnit {
+class ScriptedUnit : public LinkParts {
  public:
   ScriptedUnit() {
-    comms.Link.SetCommControl(&port);
-    comms.Link.SetCheckAddress(false);
-    comms.Link.SetMsgTimeout(2.0f);
-    comms.Link.SetDeviceAddress("A");
     port.isOpen = true;
     port.onWrite = [this](const std::string& frame) { OnFrame(frame); };
   }
@@ -47,14 +41,6 @@ class ScriptedUnit {
     return f;
   }
 
-  FakeClock clock;
-  FakeEventPump pump{clock};
-  FakeCommPort port{clock};
-  FakeTcpSocket sock{pump};
-  FakeTimer timer;
-  FakeDialogs dialogs;
-  RecordingPanel panel;
-  Comms comms{LinkHost{sock, timer, pump, clock, dialogs}, panel};
   std::vector<std::string> sent;  // command texts in the order sent
 
  private:

@@ -8,48 +8,21 @@
 #include <string>
 #include <vector>
 
-#include "display/frm_main.h"
-#include "display/panel_state.h"
-#include "display/session_values.h"
-#include "display/status_display.h"
-#include "support/scripted_unit.h"
-#include "unit/first_read.h"
-#include "unit/unit_descriptor.h"
+#include "unit_rig.h"
 
 namespace amp {
 namespace {
 
 using test::ScriptedUnit;
+using test::VersionBody;
 
 // A panel as the application holds it, started without a unit.
-struct Bench {
+struct Bench : test::UnitBench {
   Bench() {
     first.ClearForm();
     first.DisableForm();
   }
-  ScriptedUnit s;
-  UnitDescriptor u;
-  ui::FrmMain f;
-  PanelState ps;
-  SessionValues v;
-  StatusDisplay d{s.comms, u, f, ps};
-  FirstRead first{s.comms, u, f, ps, d, v};
-
-  long Position(const std::string& command) const {
-    auto it = std::find(s.sent.begin(), s.sent.end(), command);
-    return it == s.sent.end() ? -1 : static_cast<long>(it - s.sent.begin());
-  }
-  int Count(const std::string& command) const {
-    return static_cast<int>(std::count(s.sent.begin(), s.sent.end(), command));
-  }
 };
-
-// "00": the firmware field is counted from the echo's second "0", so an
-// 8-character number is stepped over by one and gets the "426-" prefix.
-std::string VersionBody(const std::string& fw, const std::string& serial, const std::string& rev,
-                        const std::string& date) {
-  return "00" + fw + "/" + serial + "/" + rev + "/" + date;
-}
 
 // An SSPA of project 120 that reports `summary` and answers "?(" when
 // `alarmWord` is set. Replies to one command are used in order, so tests

@@ -10,30 +10,14 @@
 #include <fstream>
 #include <string>
 
-#include "display/frm_main.h"
-#include "display/panel_setup.h"
-#include "display/panel_state.h"
-#include "display/session_values.h"
-#include "support/scripted_unit.h"
-#include "unit/unit_descriptor.h"
+#include "unit_rig.h"
 
 namespace amp {
 namespace {
 
 using test::ScriptedUnit;
 
-struct Bench {
-  ScriptedUnit s;
-  UnitDescriptor u;
-  ui::FrmMain f;
-  PanelState ps;
-  SessionValues v;
-  PanelSetup setup{s.comms, u, f, ps, v};
-
-  bool Sent(const std::string& command) const {
-    return std::find(s.sent.begin(), s.sent.end(), command) != s.sent.end();
-  }
-};
+using Bench = test::UnitBench;
 
 TEST(SubBands, HoleEndsTheListAndCurrentOneIsShown) {
   Bench b;

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string>
 
-#include "support/scripted_unit.h"
+#include "unit_rig.h"
 #include "unit/unit_descriptor.h"
 #include "unit/unit_type.h"
 
@@ -12,18 +12,10 @@ namespace amp {
 namespace {
 
 using test::ScriptedUnit;
+using test::VersionBody;
 
 bool Sent(const ScriptedUnit& u, const std::string& command) {
   return std::find(u.sent.begin(), u.sent.end(), command) != u.sent.end();
-}
-
-// The "00" body: echo "00", then firmware number, serial, revision and
-// compile date separated by "/". The firmware field is counted from the
-// echo's second "0", so an 8-character number gives a 9-character field
-// whose first character is stepped over.
-std::string VersionBody(const std::string& fw, const std::string& serial, const std::string& rev,
-                        const std::string& date) {
-  return "00" + fw + "/" + serial + "/" + rev + "/" + date;
 }
 
 TEST(UnitType, TubeAmplifierOfProject127) {
