@@ -91,7 +91,9 @@ class BareClient {
     if (fd_ >= 0) ::close(fd_);
   }
   bool Exchange() {
-    static const char req[] = "\x02" "A?!#(\x03M\r\n";
+    static const char req[] =
+        "\x02"
+        "A?!#(\x03M\r\n";
     if (fd_ < 0 || ::send(fd_, req, sizeof req - 1, 0) < 0) return false;
     char buf[256];
     for (;;) {
@@ -121,7 +123,8 @@ void TcpFigures(int rounds) {
   h.sock.SetRemoteHost("127.0.0.1");
   h.sock.SetRemotePort(unit.TcpPort());
   h.sock.Connect();
-  for (int i = 0; i < 200 && h.sock.State() != amp::TcpSocket::sckConnected; ++i) h.pump.WaitForEvents(10);
+  for (int i = 0; i < 200 && h.sock.State() != amp::TcpSocket::sckConnected; ++i)
+    h.pump.WaitForEvents(10);
   BareClient bare(bareUnit.TcpPort());
   std::vector<double> tl, tb;
   int failed = 0;
@@ -134,8 +137,10 @@ void TcpFigures(int rounds) {
     tb.push_back(std::chrono::duration<double, std::micro>(Clock::now() - t0).count());
   }
   const double link = Median(tl), floor = Median(tb);
-  std::printf("tcp loopback, %d status polls each: ExchangeCommand median %.1f us, bare socket median %.1f us, ratio %.2f (%d failed)\n",
-              rounds, link, floor, floor > 0 ? link / floor : 0.0, failed);
+  std::printf(
+      "tcp loopback, %d status polls each: ExchangeCommand median %.1f us, bare socket median %.1f "
+      "us, ratio %.2f (%d failed)\n",
+      rounds, link, floor, floor > 0 ? link / floor : 0.0, failed);
 }
 
 void SerialFigures(int rounds) {
@@ -166,8 +171,10 @@ void SerialFigures(int rounds) {
   const double ms = 10.0 / 9600 * 1000;
   const double replyWire = 17 * ms, bothWire = (8 + 17) * ms;
   const double med = Median(t);
-  std::printf("serial 9600 baud via pseudo-terminal, %d status polls: median %.2f ms; reply wire time %.2f ms (+%.2f ms); request+reply wire time %.2f ms (%d failed)\n",
-              rounds, med, replyWire, med - replyWire, bothWire, failed);
+  std::printf(
+      "serial 9600 baud via pseudo-terminal, %d status polls: median %.2f ms; reply wire time %.2f "
+      "ms (+%.2f ms); request+reply wire time %.2f ms (%d failed)\n",
+      rounds, med, replyWire, med - replyWire, bothWire, failed);
 }
 
 double CpuSeconds() {
@@ -202,8 +209,10 @@ void CpuFigures(int seconds) {
   while (Clock::now() < deadline) h.pump.WaitForEvents(100);
   const double wall = std::chrono::duration<double>(Clock::now() - t0).count();
   const double cpu = CpuSeconds() - cpu0;
-  std::printf("cpu, serial polling every 2.5 s for %.1f s: %d polls (%d good), %.3f s CPU = %.3f%% of one core\n",
-              wall, polls, good, cpu, 100.0 * cpu / wall);
+  std::printf(
+      "cpu, serial polling every 2.5 s for %.1f s: %d polls (%d good), %.3f s CPU = %.3f%% of one "
+      "core\n",
+      wall, polls, good, cpu, 100.0 * cpu / wall);
 }
 
 }  // namespace

@@ -95,9 +95,7 @@ bool CliSession::Connected() const {
   return host_.desk->frmMain.btnConnect.Caption() == kDisconnectCaption;
 }
 
-bool CliSession::LastPollOk() const {
-  return Connected() && host_.desk->comms.gMissedPolls == 2;
-}
+bool CliSession::LastPollOk() const { return Connected() && host_.desk->comms.gMissedPolls == 2; }
 
 void CliSession::PollNow() {
   if (timer_.Enabled()) timer_.Fire();

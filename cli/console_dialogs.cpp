@@ -61,8 +61,7 @@ MsgResult ConsoleDialogs::MsgBox(const std::string& text, MsgButtons buttons, Ms
 }
 
 std::optional<std::string> ConsoleDialogs::InputBox(const std::string& prompt,
-                                                    const std::string& title,
-                                                    const std::string&) {
+                                                    const std::string& title, const std::string&) {
   // An input box is a question, not a message: printed, not recorded.
   Note(OneLine(title, prompt));
   if (inputs.empty()) {
@@ -80,8 +79,9 @@ void ConsoleDialogs::ShowModal(ui::Form& form) {
   if (form.Load) form.Load();
   if (form.Loaded() && modalDriver) modalDriver(form);
   if (form.Loaded()) {
-    Note("ampdesk-cli: " + form.Name() + " (" + form.Caption() + ") cancelled" +
-         (modalDriver ? ": left open by the script" : ": nothing answers dialogs outside a script"));
+    Note(
+        "ampdesk-cli: " + form.Name() + " (" + form.Caption() + ") cancelled" +
+        (modalDriver ? ": left open by the script" : ": nothing answers dialogs outside a script"));
     if (form.QueryUnload) form.QueryUnload();
     // A cancel path that leaves the form up would hang the caller.
     if (form.Loaded()) form.Unload();

@@ -74,14 +74,16 @@ std::string ParseTcp(Options& o, const std::string& v) {
 }
 
 std::string ParseSettings(Options& o, const std::string& v) {
-  const std::string why = "bad line settings '" + v + "' (baud,parity,data,stop such as 9600,N,8,1)";
+  const std::string why =
+      "bad line settings '" + v + "' (baud,parity,data,stop such as 9600,N,8,1)";
   std::vector<std::string> parts;
   std::stringstream in(v);
   for (std::string p; std::getline(in, p, ',');) parts.push_back(p);
   if (parts.size() != 4 || std::count(v.begin(), v.end(), ',') != 3) return why;
   const auto baud = CLngText(parts[0]);
   if (!baud || *baud <= 0) return why;
-  if (parts[1].size() != 1 || std::string("NEOMSneoms").find(parts[1][0]) == std::string::npos) return why;
+  if (parts[1].size() != 1 || std::string("NEOMSneoms").find(parts[1][0]) == std::string::npos)
+    return why;
   if (parts[2].size() != 1 || parts[2][0] < '5' || parts[2][0] > '8') return why;
   if (parts[3] != "1" && parts[3] != "1.5" && parts[3] != "2") return why;
   o.target.settings = v;
@@ -90,8 +92,10 @@ std::string ParseSettings(Options& o, const std::string& v) {
 
 const std::vector<OptionSpec>& OptionTable() {
   static const std::vector<OptionSpec> table = {
-      {Section::Connection, "--tcp", "HOST[:PORT]", "session over TCP (port 2000 when omitted)", ParseTcp},
-      {Section::Connection, "--serial", "DEVICE", "session over a serial device path (or COM1..COM10)",
+      {Section::Connection, "--tcp", "HOST[:PORT]", "session over TCP (port 2000 when omitted)",
+       ParseTcp},
+      {Section::Connection, "--serial", "DEVICE",
+       "session over a serial device path (or COM1..COM10)",
        [](Options& o, const std::string& v) {
          o.haveSerial = true;
          o.target.device = v;
@@ -105,18 +109,21 @@ const std::vector<OptionSpec>& OptionTable() {
          return std::string();
        }},
       {Section::Serial, "--settings", "TEXT",
-       "line settings such as 9600,N,8,1; without it the search runs over the twelve settings texts",
+       "line settings such as 9600,N,8,1; without it the search runs over the twelve settings "
+       "texts",
        ParseSettings},
       {Section::Serial, "--address", "C",
        "poll this single address (Poll Single Address); without it the search runs over A-C",
        [](Options& o, const std::string& v) {
-         if (v.size() != 1 || v[0] < 'A' || v[0] > 'Z') return "bad address '" + v + "' (one letter A-Z)";
+         if (v.size() != 1 || v[0] < 'A' || v[0] > 'Z')
+           return "bad address '" + v + "' (one letter A-Z)";
          o.target.address = v;
          return std::string();
        }},
       {Section::Serial, "--search", "extended|advanced", "widen the search to A-F or A-Z",
        [](Options& o, const std::string& v) {
-         if (v != "extended" && v != "advanced") return "bad search '" + v + "' (extended or advanced)";
+         if (v != "extended" && v != "advanced")
+           return "bad search '" + v + "' (extended or advanced)";
          o.target.search = v;
          return std::string();
        }},
@@ -132,7 +139,8 @@ const std::vector<OptionSpec>& OptionTable() {
          o.dataDir = v;
          return std::string();
        }},
-      {Section::Options, "--answer", "ok|cancel|yes|no", "the answer to every question box (default ok)",
+      {Section::Options, "--answer", "ok|cancel|yes|no",
+       "the answer to every question box (default ok)",
        [](Options& o, const std::string& v) {
          if (v != "ok" && v != "cancel" && v != "yes" && v != "no")
            return "bad answer '" + v + "' (ok, cancel, yes or no)";
@@ -150,12 +158,14 @@ const std::vector<OptionSpec>& OptionTable() {
          o.json = true;
          return std::string();
        }},
-      {Section::Extras, "--sim-arg", "ARG", "pass ARG to the simulated amplifier of --demo (repeatable)",
+      {Section::Extras, "--sim-arg", "ARG",
+       "pass ARG to the simulated amplifier of --demo (repeatable)",
        [](Options& o, const std::string& v) {
          o.simArgs.push_back(v);
          return std::string();
        }},
-      {Section::Extras, "--trace", "FILE", "log every frame both ways (time, hex, text) to FILE, - for stderr",
+      {Section::Extras, "--trace", "FILE",
+       "log every frame both ways (time, hex, text) to FILE, - for stderr",
        [](Options& o, const std::string& v) {
          if (v.empty()) return std::string("--trace needs a file");
          o.trace = v;
@@ -204,7 +214,9 @@ void PrintState(Run& r, const ui::Form* dialog) {
     std::printf("%s\n", StateJson(View(r, dialog)).c_str());
   } else {
     std::printf("%s", PanelText(r.session.desk().frmMain).c_str());
-    if (dialog) std::printf("Dialog      %s (%s) is open\n", dialog->Name().c_str(), dialog->Caption().c_str());
+    if (dialog)
+      std::printf("Dialog      %s (%s) is open\n", dialog->Name().c_str(),
+                  dialog->Caption().c_str());
   }
   std::fflush(stdout);
 }
@@ -273,14 +285,16 @@ int RunMonitor(Run& r) {
     } else if (ok) {
       std::printf("poll %d: %s\n", done, PanelLine(r.session.desk().frmMain).c_str());
     } else {
-      std::printf("poll %d: no valid reply%s\n", done,
-                  up ? (" (" + std::to_string(left) + " more tolerated)").c_str() : ", session ended");
+      std::printf(
+          "poll %d: no valid reply%s\n", done,
+          up ? (" (" + std::to_string(left) + " more tolerated)").c_str() : ", session ended");
     }
     std::fflush(stdout);
     messagesSeen = r.dialogs.shown.size();
     if (!up || (gPolls > 0 && done >= gPolls)) stop = true;
   };
-  while (!stop && !Interrupted() && r.session.Connected()) r.session.RunFor(1000, [&] { return stop; });
+  while (!stop && !Interrupted() && r.session.Connected())
+    r.session.RunFor(1000, [&] { return stop; });
   r.session.timer().afterTick = nullptr;
   return Outcome(r, kExitOk);
 }
@@ -355,13 +369,14 @@ int RunScript(Run& r) {
 
 const std::vector<CommandSpec>& CommandTable() {
   static const std::vector<CommandSpec> table = {
-      {"status", "", "connect, first read, one poll; print the panel (text), or with --json the state",
+      {"status", "",
+       "connect, first read, one poll; print the panel (text), or with --json the state",
        CheckNoArgs, RunStatus},
       {"monitor", "[--polls N]",
        "connect and poll every 2.5 s; one line per poll (a JSON object per line with --json)",
        CheckMonitor, RunMonitor},
-      {"send", "TEXT...",
-       "the command console: send each text, print its readable reply", CheckSend, RunSend},
+      {"send", "TEXT...", "the command console: send each text, print its readable reply",
+       CheckSend, RunSend},
       {"script", "FILE|-", "connect, run panel actions (below), then print the state", CheckScript,
        RunScript},
   };
@@ -456,7 +471,8 @@ std::string Parse(int argc, char** argv, Options& o) {
   const int sources = int(o.haveTcp) + int(o.haveSerial) + int(o.demo);
   if (sources == 0) return "no unit named: give --tcp HOST, --serial DEVICE or --demo";
   if (sources > 1) return "give exactly one of --tcp, --serial and --demo";
-  if (!o.haveSerial && (!o.target.settings.empty() || !o.target.address.empty() || !o.target.search.empty()))
+  if (!o.haveSerial &&
+      (!o.target.settings.empty() || !o.target.address.empty() || !o.target.search.empty()))
     return "--settings, --address and --search go with --serial";
   if (!o.target.address.empty() && !o.target.search.empty())
     return "--search widens the address search; it does not go with --address";
@@ -519,7 +535,8 @@ int Main(int argc, char** argv) {
     }
   }
 
-  if (o.haveSerial && o.target.device.rfind("COM", 0) != 0 && o.target.device.rfind("com", 0) != 0) {
+  if (o.haveSerial && o.target.device.rfind("COM", 0) != 0 &&
+      o.target.device.rfind("com", 0) != 0) {
     std::error_code ec;
     if (!std::filesystem::exists(o.target.device, ec)) {
       Err("no serial device " + o.target.device);
@@ -531,13 +548,15 @@ int Main(int argc, char** argv) {
   if (o.demo) {
     std::vector<std::string> args = {"--tcp", "127.0.0.1:0"};
     args.insert(args.end(), o.simArgs.begin(), o.simArgs.end());
-    if (!sim.Start(SimProcess::Locate(QCoreApplication::applicationDirPath().toStdString()), args, &err)) {
+    if (!sim.Start(SimProcess::Locate(QCoreApplication::applicationDirPath().toStdString()), args,
+                   &err)) {
       Err(err);
       return kExitFailed;
     }
     o.target.tcpHost = sim.TcpHost();
     o.target.tcpPort = sim.TcpPort();
-    if (!o.json) Err("simulated amplifier on " + sim.TcpHost() + ":" + std::to_string(sim.TcpPort()));
+    if (!o.json)
+      Err("simulated amplifier on " + sim.TcpHost() + ":" + std::to_string(sim.TcpPort()));
   }
 
   if (!o.trace.empty() && !session.OpenTrace(o.trace, &err)) {

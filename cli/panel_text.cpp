@@ -20,7 +20,8 @@ std::string Join(const std::vector<std::string>& parts, const char* sep) {
 // "Name value" when the field is shown and has text.
 std::string Field(const char* name, const ui::TextBox& t, const std::string& unit = "") {
   if (!t.Visible() || t.Text().empty()) return {};
-  return (*name ? std::string(name) + " " : std::string()) + t.Text() + (unit.empty() ? "" : " " + unit);
+  return (*name ? std::string(name) + " " : std::string()) + t.Text() +
+         (unit.empty() ? "" : " " + unit);
 }
 
 // The captions of the shown labels of a status list, top row first.
@@ -60,8 +61,9 @@ std::string Summary(const ui::FrmMain& f) {
 }
 
 std::string Power(const ui::FrmMain& f) {
-  return Join({Field("Fwd", f.txtFdBm, f.Label64.Caption()), Field("Rev", f.txtRdBm, f.Label5.Caption())},
-              "  ");
+  return Join(
+      {Field("Fwd", f.txtFdBm, f.Label64.Caption()), Field("Rev", f.txtRdBm, f.Label5.Caption())},
+      "  ");
 }
 
 }  // namespace

@@ -57,7 +57,8 @@ std::vector<std::string> FormatSendLines(const std::string& text, const SendResu
   }
   if (r.lines.empty()) return {head + "(no readable reply)"};
   std::vector<std::string> out{head + r.lines[0]};
-  for (size_t i = 1; i < r.lines.size(); ++i) out.push_back(std::string(head.size(), ' ') + r.lines[i]);
+  for (size_t i = 1; i < r.lines.size(); ++i)
+    out.push_back(std::string(head.size(), ' ') + r.lines[i]);
   return out;
 }
 

@@ -20,7 +20,7 @@ struct StateView {
   bool connected = false;
   const ui::Form* form = nullptr;  // the main panel
   const std::vector<ConsoleDialogs::Shown>* messages = nullptr;
-  size_t firstMessage = 0;          // messages before this one are left out
+  size_t firstMessage = 0;           // messages before this one are left out
   const ui::Form* dialog = nullptr;  // null: no dialog open
 };
 

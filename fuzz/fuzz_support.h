@@ -11,13 +11,12 @@
 #include <string>
 #include <string_view>
 
-#define AMP_FUZZ_CHECK(cond)                                                          \
-  do {                                                                                \
-    if (!(cond)) {                                                                    \
-      std::fprintf(stderr, "\nINVARIANT BROKEN: %s\n  at %s:%d\n", #cond, __FILE__, \
-                   __LINE__);                                                         \
-      std::abort();                                                                   \
-    }                                                                                 \
+#define AMP_FUZZ_CHECK(cond)                                                                   \
+  do {                                                                                         \
+    if (!(cond)) {                                                                             \
+      std::fprintf(stderr, "\nINVARIANT BROKEN: %s\n  at %s:%d\n", #cond, __FILE__, __LINE__); \
+      std::abort();                                                                            \
+    }                                                                                          \
   } while (0)
 
 namespace amp::fuzz {

@@ -30,8 +30,14 @@ using Reader = std::function<void(Comms&, int)>;
 
 const std::vector<Reader>& Readers() {
   static const std::vector<Reader> all = {
-      [](Comms& c, int) { int32_t a = 0, b = 0; ReadFaultEnable(c, a, b); },
-      [](Comms& c, int) { int32_t a = 0; ReadAlarmEnable(c, a); },
+      [](Comms& c, int) {
+        int32_t a = 0, b = 0;
+        ReadFaultEnable(c, a, b);
+      },
+      [](Comms& c, int) {
+        int32_t a = 0;
+        ReadAlarmEnable(c, a);
+      },
       [](Comms& c, int) { ReadLowLineLatch(c); },
       [](Comms& c, int) { ReadExtIlokLatch(c); },
       [](Comms& c, int k) { ReadTempFaultLevel(c, k & 1); },
@@ -58,7 +64,10 @@ const std::vector<Reader>& Readers() {
       [](Comms& c, int) { ReadUnitCfgWord(c); },
       [](Comms& c, int) { ReadDateTime(c); },
       [](Comms& c, int) { ReadPN20(c); },
-      [](Comms& c, int) { std::array<int16_t, 16> s{}; ReadAdcScalers(c, s); },
+      [](Comms& c, int) {
+        std::array<int16_t, 16> s{};
+        ReadAdcScalers(c, s);
+      },
       [](Comms& c, int k) { ReadDigitalPot(c, k % 8); },
       [](Comms& c, int) { ReadOverdriveTripLevel(c); },
       [](Comms& c, int) { ReadTempCoefficient(c); },

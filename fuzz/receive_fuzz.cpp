@@ -141,9 +141,9 @@ class PacedPort : public FakeCommPort {
   std::string stream_;
   std::vector<std::pair<int64_t, size_t>> marks_;  // arrival time, stream end
   size_t nextMark_ = 0;
-  size_t dueEnd_ = 0;   // stream bytes arrived by now
-  size_t fedEnd_ = 0;   // stream bytes handed to the fake
-  size_t cursor_ = 0;   // stream bytes read or dropped
+  size_t dueEnd_ = 0;  // stream bytes arrived by now
+  size_t fedEnd_ = 0;  // stream bytes handed to the fake
+  size_t cursor_ = 0;  // stream bytes read or dropped
   int64_t lastAt_ = 0;
 };
 
@@ -246,7 +246,8 @@ struct Harness {
   // the command has been written.
   void ReleaseNextGroup() {
     if (nextGroup >= groupStarts.size()) return;
-    const size_t end = nextGroup + 1 < groupStarts.size() ? groupStarts[nextGroup + 1] : replies.size();
+    const size_t end =
+        nextGroup + 1 < groupStarts.size() ? groupStarts[nextGroup + 1] : replies.size();
     int64_t t = clock.now;
     for (size_t i = groupStarts[nextGroup]; i < end; ++i) {
       t += replies[i].delayMs;

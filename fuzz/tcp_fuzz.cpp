@@ -99,7 +99,8 @@ struct Harness {
     const auto cr = bytes.find('\r');
     if (cr == std::string::npos) {
       modelBuffer += bytes;
-      if (modelBuffer.size() > kFrame) modelBuffer = modelBuffer.substr(modelBuffer.size() - kFrame);
+      if (modelBuffer.size() > kFrame)
+        modelBuffer = modelBuffer.substr(modelBuffer.size() - kFrame);
     } else {
       const std::string line = modelBuffer + bytes.substr(0, cr + 1);
       if (modelReply.size() < kFrame) modelReply += line.substr(0, kFrame);
@@ -222,7 +223,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       }
       case 6:
         t += DelayMs(true, d);
-        h.pump.At(t, [&h, n] { h.sock.FireError(10000 + n, "Connection is reset by remote side"); });
+        h.pump.At(t,
+                  [&h, n] { h.sock.FireError(10000 + n, "Connection is reset by remote side"); });
         break;
       case 7:
         t += DelayMs(true, d);
@@ -247,8 +249,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Idle(h, int64_t{ex >> 3} * 250);
     h.CheckBuffers();
 
-    const std::string command(
-        (ex & 0x04) ? h.comms.StatusQuery() : std::string(kCommands[ex & 3]));
+    const std::string command((ex & 0x04) ? h.comms.StatusQuery() : std::string(kCommands[ex & 3]));
     const int stateBefore = h.sock.state;
     const size_t sentBefore = h.sock.sent.size();
     const int16_t missedBefore = h.comms.gMissedPolls;
@@ -300,8 +301,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         // The session ends: the socket is closed, or given up on after its wait.
         AMP_FUZZ_CHECK(elapsed <= Comms::kSocketCloseWaitMs + 1);
         AMP_FUZZ_CHECK(!h.timer.enabled && h.panel.caption == "Connect");
-        AMP_FUZZ_CHECK(h.sock.state == TcpSocket::sckClosed ||
-                       elapsed > Comms::kSocketCloseWaitMs);
+        AMP_FUZZ_CHECK(h.sock.state == TcpSocket::sckClosed || elapsed > Comms::kSocketCloseWaitMs);
       } else {
         AMP_FUZZ_CHECK(elapsed == 0);
       }

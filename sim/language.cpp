@@ -118,7 +118,8 @@ std::string Fixed(double v, int decimals) { return FormatFixed(v, decimals); }
 
 std::string Pad(std::string text, size_t width, char fill) {
   if (text.size() >= width) return text;
-  if (fill == '0' && !text.empty() && text[0] == '-') return "-" + std::string(width - text.size(), '0') + text.substr(1);
+  if (fill == '0' && !text.empty() && text[0] == '-')
+    return "-" + std::string(width - text.size(), '0') + text.substr(1);
   return std::string(width - text.size(), fill) + text;
 }
 
@@ -208,7 +209,8 @@ bool Normalize(std::string_view rule, std::string_view v, std::string* out) {
     if (!Printable(v)) return false;
     *out = std::string(v);
   } else if (kind == "word") {
-    if (!Printable(v) || v.find(' ') != std::string_view::npos || v.find('/') != std::string_view::npos)
+    if (!Printable(v) || v.find(' ') != std::string_view::npos ||
+        v.find('/') != std::string_view::npos)
       return false;
     *out = std::string(v);
   } else if (kind == "freq") {
@@ -220,20 +222,23 @@ bool Normalize(std::string_view rule, std::string_view v, std::string* out) {
     if (!Integer(v.substr(0, comma), &whole) || whole < 0) return false;
     if (comma != std::string_view::npos && (!Integer(v.substr(comma + 1), &second) || second < 0))
       return false;
-    *out = std::to_string(whole) + (comma == std::string_view::npos ? "" : "," + std::to_string(second));
+    *out = std::to_string(whole) +
+           (comma == std::string_view::npos ? "" : "," + std::to_string(second));
   } else if (kind == "ip") {
     if (!Dotted(v)) return false;
     *out = std::string(v);
   } else if (kind == "com") {
     static constexpr std::string_view kBauds[] = {"001200", "002400", "004800", "009600",
                                                   "019200", "038400", "057600", "115200"};
-    if (v.size() != 9 || std::find(std::begin(kBauds), std::end(kBauds), v.substr(0, 6)) == std::end(kBauds) ||
-        std::string_view("NEO").find(v[6]) == std::string_view::npos || (v[7] != '7' && v[7] != '8') ||
-        (v[8] != '1' && v[8] != '2'))
+    if (v.size() != 9 ||
+        std::find(std::begin(kBauds), std::end(kBauds), v.substr(0, 6)) == std::end(kBauds) ||
+        std::string_view("NEO").find(v[6]) == std::string_view::npos ||
+        (v[7] != '7' && v[7] != '8') || (v[8] != '1' && v[8] != '2'))
       return false;
     *out = std::string(v);
   } else if (kind == "fields3" || kind == "fields5") {
-    if (!Printable(v) || size_t(std::count(v.begin(), v.end(), ';')) != (kind == "fields3" ? 2u : 4u))
+    if (!Printable(v) ||
+        size_t(std::count(v.begin(), v.end(), ';')) != (kind == "fields3" ? 2u : 4u))
       return false;
     *out = std::string(v);
   } else {
@@ -246,7 +251,9 @@ Reply Ack(const Match& m) { return Reply::Ack(m.text); }
 Reply Refuse(const Match& m) { return Reply::Nak(m.text); }
 
 uint8_t& S(UnitState& u, int word) { return u.summary[word]; }
-void SetBits(uint8_t& w, uint8_t bits, bool on) { w = on ? (w | bits) : (w & static_cast<uint8_t>(~bits)); }
+void SetBits(uint8_t& w, uint8_t bits, bool on) {
+  w = on ? (w | bits) : (w & static_cast<uint8_t>(~bits));
+}
 
 // ---------------------------------------------------------- status words
 
@@ -257,14 +264,21 @@ Reply StatusItems(UnitState& unit, const Row& row, const Match& m) {
   std::string body = "?";
   for (char c : items) {
     switch (c) {
-      case '!': body += EncodeWords(unit.summary); break;
-      case '#': body += EncodeWords(unit.fault); break;
+      case '!':
+        body += EncodeWords(unit.summary);
+        break;
+      case '#':
+        body += EncodeWords(unit.fault);
+        break;
       case '(':
         if (unit.Lacks("alarm_words")) return Reply::Nak("?");
         body += EncodeWords(unit.alarm);
         break;
-      case '9': body += EncodeWord(unit.alarm[0]); break;
-      default: return Reply::Nak("?");
+      case '9':
+        body += EncodeWord(unit.alarm[0]);
+        break;
+      default:
+        return Reply::Nak("?");
     }
   }
   return Reply::Ack(std::move(body));
@@ -326,7 +340,8 @@ Reply UnitReset(UnitState& u, const Row& row, const Match& m) {
 
 Reply ConstPower(UnitState& u, const Row& row, const Match& m) {
   bool on = row.form[0] == '1';
-  if (on && Has(u, "const_level") && Has(u, "fwd_power")) u.values["fwd_power"] = Value(u, "const_level");
+  if (on && Has(u, "const_level") && Has(u, "fwd_power"))
+    u.values["fwd_power"] = Value(u, "const_level");
   SetBits(S(u, 0), summary::kConstPower, on);
   return Ack(m);
 }
@@ -352,10 +367,18 @@ Reply Waveguide(UnitState& u, const Row& row, const Match& m) {
   }
   if (s3 & summary::kAutoMode) return Refuse(m);
   switch (what) {
-    case '0': s3 = (s3 & ~(summary::kSw1A | summary::kSw1B)) | summary::kSw1B; break;
-    case '1': s3 = (s3 & ~(summary::kSw1A | summary::kSw1B)) | summary::kSw1A; break;
-    case '2': s3 = (s3 & ~(summary::kSw2A | summary::kSw2B)) | summary::kSw2B; break;
-    case '3': s3 = (s3 & ~(summary::kSw2A | summary::kSw2B)) | summary::kSw2A; break;
+    case '0':
+      s3 = (s3 & ~(summary::kSw1A | summary::kSw1B)) | summary::kSw1B;
+      break;
+    case '1':
+      s3 = (s3 & ~(summary::kSw1A | summary::kSw1B)) | summary::kSw1A;
+      break;
+    case '2':
+      s3 = (s3 & ~(summary::kSw2A | summary::kSw2B)) | summary::kSw2B;
+      break;
+    case '3':
+      s3 = (s3 & ~(summary::kSw2A | summary::kSw2B)) | summary::kSw2A;
+      break;
   }
   return Ack(m);
 }
@@ -363,7 +386,8 @@ Reply Waveguide(UnitState& u, const Row& row, const Match& m) {
 // "PC" + digit: waveguide configuration, shown in the low bits of S4. There
 // is no configuration 5 (nor 7).
 Reply WaveguideConfig(UnitState& u, const Row&, const Match& m) {
-  if (m.n != "0" && m.n != "1" && m.n != "2" && m.n != "3" && m.n != "4" && m.n != "6") return Refuse(m);
+  if (m.n != "0" && m.n != "1" && m.n != "2" && m.n != "3" && m.n != "4" && m.n != "6")
+    return Refuse(m);
   S(u, 3) = static_cast<uint8_t>((S(u, 3) & ~summary::kWgConfigMask) | (m.n[0] - '0'));
   return Ack(m);
 }
@@ -516,7 +540,8 @@ Reply ParamWrite(UnitState& u, const Row&, const Match& m) {
 // reply carries it as "2251-004".
 Reply PartNumber(UnitState& u, const Row&, const Match& m) {
   auto digits = [](std::string_view s) {
-    return !s.empty() && std::all_of(s.begin(), s.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return !s.empty() &&
+           std::all_of(s.begin(), s.end(), [](char c) { return c >= '0' && c <= '9'; });
   };
   std::string_view v = m.v;
   if (v.size() == 12 && v[3] == '-' && digits(v.substr(0, 3))) v.remove_prefix(4);
@@ -536,8 +561,8 @@ Reply PartNumber(UnitState& u, const Row&, const Match& m) {
 // "YH" + heater hours (6 digits) + transmit hours (6 digits).
 Reply Hours(UnitState& u, const Row&, const Match& m) {
   long a = 0, b = 0;
-  if (m.v.size() != 12 || !Integer(m.v.substr(0, 6), &a) || !Integer(m.v.substr(6), &b) || a < 0 || b < 0 ||
-      !Has(u, "hours.heater"))
+  if (m.v.size() != 12 || !Integer(m.v.substr(0, 6), &a) || !Integer(m.v.substr(6), &b) || a < 0 ||
+      b < 0 || !Has(u, "hours.heater"))
     return Refuse(m);
   u.values["hours.heater"] = std::to_string(a);
   u.values["hours.tx"] = std::to_string(b);
@@ -552,8 +577,8 @@ Reply Rs485(UnitState& u, const Row& row, const Match& m) {
   if (row.form[0] == 'A') {
     if (v.size() != 1 || !goodAddress(v[0])) return Refuse(m);
   } else {
-    if (v.size() != 3 || (v[0] != '2' && v[0] != '4') || (v[1] != 'T' && v[1] != 'U') || !goodAddress(v[2]) ||
-        !Has(u, "rs485.wire"))
+    if (v.size() != 3 || (v[0] != '2' && v[0] != '4') || (v[1] != 'T' && v[1] != 'U') ||
+        !goodAddress(v[2]) || !Has(u, "rs485.wire"))
       return Refuse(m);
     u.values["rs485.wire"] = std::string(1, v[0]);
     u.values["rs485.term"] = std::string(1, v[1]);
@@ -611,7 +636,8 @@ Reply BandInfo(UnitState& u, const Row&, const Match& m) {
   std::string band = "band." + m.n;
   if (m.n < "1" || m.n > "4" || !Has(u, band + ".name")) return Reply::Nak(m.prefix);
   std::string body = ".B" + m.n + Value(u, band + ".name");
-  if (!Value(u, band + ".name").empty() && !Value(u, band + ".freq").empty()) body += "," + Value(u, band + ".freq");
+  if (!Value(u, band + ".name").empty() && !Value(u, band + ".freq").empty())
+    body += "," + Value(u, band + ".freq");
   return Reply::Ack(body);
 }
 
@@ -621,7 +647,9 @@ Reply SetBandInfo(UnitState& u, const Row&, const Match& m) {
   if (m.n < "1" || m.n > "4" || !Has(u, band + ".name")) return Refuse(m);
   size_t comma = m.v.find(',');
   std::string name = m.v.substr(0, comma);
-  if (name.empty() || !std::all_of(name.begin(), name.end(), [](char c) { return std::isalpha(static_cast<unsigned char>(c)); }))
+  if (name.empty() || !std::all_of(name.begin(), name.end(), [](char c) {
+        return std::isalpha(static_cast<unsigned char>(c));
+      }))
     return Refuse(m);
   std::string freq;
   if (comma != std::string::npos) {
@@ -656,10 +684,14 @@ Reply SelectSubBand(UnitState& u, const Row&, const Match& m) {
 
 const char* TableName(char letter) {
   switch (letter) {
-    case 'F': return "forward";
-    case 'R': return "reverse";
-    case 'S': return "drive";
-    case 'A': return "atten";
+    case 'F':
+      return "forward";
+    case 'R':
+      return "reverse";
+    case 'S':
+      return "drive";
+    case 'A':
+      return "atten";
   }
   return "";
 }
@@ -728,7 +760,8 @@ constexpr size_t kTrendRecord = 200;
 
 bool StartIndex(std::string_view v, size_t* out) {
   long n = 0;
-  if (!Integer(v, &n) || n < 0 || v.find_first_not_of("0123456789") != std::string_view::npos) return false;
+  if (!Integer(v, &n) || n < 0 || v.find_first_not_of("0123456789") != std::string_view::npos)
+    return false;
   *out = static_cast<size_t>(n);
   return true;
 }
@@ -1106,7 +1139,9 @@ const std::vector<Row>& Rows() {
 
 // ------------------------------------------------------------ dispatch
 
-std::string LiteralPrefix(std::string_view pattern) { return std::string(pattern.substr(0, pattern.find('{'))); }
+std::string LiteralPrefix(std::string_view pattern) {
+  return std::string(pattern.substr(0, pattern.find('{')));
+}
 
 std::regex Compile(std::string_view pattern) {
   std::string re;
@@ -1117,7 +1152,8 @@ std::regex Compile(std::string_view pattern) {
       re += token == "d" ? "([0-9])" : token == "i" ? "([0-9]+)" : token == "v" ? "(.+)" : "(.*)";
       i = close;
     } else {
-      if (std::string_view("\\^$.|?*+()[]{}").find(pattern[i]) != std::string_view::npos) re += '\\';
+      if (std::string_view("\\^$.|?*+()[]{}").find(pattern[i]) != std::string_view::npos)
+        re += '\\';
       re += pattern[i];
     }
   }
@@ -1138,7 +1174,8 @@ const std::vector<Compiled>& CompiledRows() {
       std::string_view p = row.pattern;
       size_t idx = std::min(p.find("{d}"), p.find("{i}"));
       size_t val = std::min(p.find("{v}"), p.find("{*}"));
-      out.push_back({&row, Compile(p), idx < val, idx != std::string_view::npos, val != std::string_view::npos});
+      out.push_back({&row, Compile(p), idx < val, idx != std::string_view::npos,
+                     val != std::string_view::npos});
     }
     return out;
   }();

@@ -44,10 +44,14 @@ std::string_view TrimBlanks(std::string_view s) {
 
 tcflag_t SizeFlag(int dataBits) {
   switch (dataBits) {
-    case 5: return CS5;
-    case 6: return CS6;
-    case 7: return CS7;
-    default: return CS8;
+    case 5:
+      return CS5;
+    case 6:
+      return CS6;
+    case 7:
+      return CS7;
+    default:
+      return CS8;
   }
 }
 
@@ -75,11 +79,20 @@ bool LineSettings::ApplyTo(termios& t) const {
   t.c_cflag &= ~(CSIZE | PARENB | PARODD | CMSPAR | CSTOPB);
   t.c_cflag |= SizeFlag(dataBits);
   switch (parity) {
-    case 'E': t.c_cflag |= PARENB; break;
-    case 'O': t.c_cflag |= PARENB | PARODD; break;
-    case 'M': t.c_cflag |= PARENB | CMSPAR | PARODD; break;
-    case 'S': t.c_cflag |= PARENB | CMSPAR; break;
-    default: break;
+    case 'E':
+      t.c_cflag |= PARENB;
+      break;
+    case 'O':
+      t.c_cflag |= PARENB | PARODD;
+      break;
+    case 'M':
+      t.c_cflag |= PARENB | CMSPAR | PARODD;
+      break;
+    case 'S':
+      t.c_cflag |= PARENB | CMSPAR;
+      break;
+    default:
+      break;
   }
   // termios has no 1.5: the UART uses 1.5 stop bits when asked for two with
   // five data bits, so both map onto CSTOPB.
@@ -99,11 +112,20 @@ bool LineSettings::Matches(const termios& t, bool checkCharFormat) const {
   if ((t.c_cflag & CSIZE) != SizeFlag(dataBits)) return false;
   tcflag_t want = 0;
   switch (parity) {
-    case 'E': want = PARENB; break;
-    case 'O': want = PARENB | PARODD; break;
-    case 'M': want = PARENB | CMSPAR | PARODD; break;
-    case 'S': want = PARENB | CMSPAR; break;
-    default: break;
+    case 'E':
+      want = PARENB;
+      break;
+    case 'O':
+      want = PARENB | PARODD;
+      break;
+    case 'M':
+      want = PARENB | CMSPAR | PARODD;
+      break;
+    case 'S':
+      want = PARENB | CMSPAR;
+      break;
+    default:
+      break;
   }
   tcflag_t have = t.c_cflag & (PARENB | PARODD | CMSPAR);
   // Without parity enabled, PARODD and CMSPAR mean nothing.
@@ -116,7 +138,8 @@ bool ParseLineSettings(std::string_view text, LineSettings* out, std::string* er
   size_t start = 0;
   while (true) {
     size_t comma = text.find(',', start);
-    parts.push_back(TrimBlanks(text.substr(start, comma == std::string_view::npos ? comma : comma - start)));
+    parts.push_back(
+        TrimBlanks(text.substr(start, comma == std::string_view::npos ? comma : comma - start)));
     if (comma == std::string_view::npos) break;
     start = comma + 1;
   }

@@ -11,9 +11,9 @@ namespace amp::sim {
 
 struct LineSettings {
   int baud = 9600;
-  char parity = 'N';     // N, E, O, M (mark) or S (space)
-  int dataBits = 8;      // 5..8
-  int stopBitsX2 = 2;    // stop bits times two: 2 = 1, 3 = 1.5, 4 = 2
+  char parity = 'N';   // N, E, O, M (mark) or S (space)
+  int dataBits = 8;    // 5..8
+  int stopBitsX2 = 2;  // stop bits times two: 2 = 1, 3 = 1.5, 4 = 2
 
   // Bits one character occupies on the wire: start + data + parity + stop.
   double BitsPerChar() const;

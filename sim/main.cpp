@@ -66,7 +66,8 @@ When ready, prints one line such as
 )";
 
 [[noreturn]] void BadUsage(const std::string& message) {
-  std::fprintf(stderr, "ampsim: %s\nUsage: ampsim [OPTION]...\nTry 'ampsim --help' for the options.\n",
+  std::fprintf(stderr,
+               "ampsim: %s\nUsage: ampsim [OPTION]...\nTry 'ampsim --help' for the options.\n",
                message.c_str());
   std::exit(2);
 }
@@ -75,8 +76,8 @@ int ParseCount(std::string_view option, std::string_view value, int max = 1'000'
   int n = 0;
   auto [ptr, ec] = std::from_chars(value.data(), value.data() + value.size(), n);
   if (value.empty() || ec != std::errc() || ptr != value.data() + value.size() || n < 0 || n > max)
-    BadUsage(std::string(option) + ": '" + std::string(value) + "' is not a whole number from 0 to " +
-             std::to_string(max));
+    BadUsage(std::string(option) + ": '" + std::string(value) +
+             "' is not a whole number from 0 to " + std::to_string(max));
   return n;
 }
 
@@ -89,14 +90,22 @@ std::string Unescape(std::string_view option, std::string_view text) {
     }
     if (++i >= text.size()) BadUsage(std::string(option) + ": trailing backslash");
     switch (text[i]) {
-      case 'r': out += '\r'; break;
-      case 'n': out += '\n'; break;
-      case 't': out += '\t'; break;
-      case '\\': out += '\\'; break;
+      case 'r':
+        out += '\r';
+        break;
+      case 'n':
+        out += '\n';
+        break;
+      case 't':
+        out += '\t';
+        break;
+      case '\\':
+        out += '\\';
+        break;
       case 'x': {
         unsigned v = 0;
-        auto [ptr, ec] = std::from_chars(text.data() + i + 1,
-                                         text.data() + std::min(text.size(), i + 3), v, 16);
+        auto [ptr, ec] =
+            std::from_chars(text.data() + i + 1, text.data() + std::min(text.size(), i + 3), v, 16);
         if (ec != std::errc() || ptr != text.data() + i + 3)
           BadUsage(std::string(option) + ": \\x needs two hex digits");
         out += static_cast<char>(v);
@@ -149,7 +158,8 @@ Cli ParseArgs(int argc, char** argv) {
       if (colon == std::string::npos || colon == 0)
         BadUsage("--tcp: expected HOST:PORT, got '" + v + "'");
       std::string host = v.substr(0, colon);
-      if (host.size() > 2 && host.front() == '[' && host.back() == ']') host = host.substr(1, host.size() - 2);
+      if (host.size() > 2 && host.front() == '[' && host.back() == ']')
+        host = host.substr(1, host.size() - 2);
       o.tcpHost = host;
       o.tcpPort = ParseCount("--tcp port", std::string_view(v).substr(colon + 1), 65535);
       o.tcp = true;
@@ -255,7 +265,8 @@ int main(int argc, char** argv) {
     if (path.empty()) {
       if (named) {
         std::string known;
-        for (const auto& name : amp::sim::ProfileNames()) known += (known.empty() ? "" : ", ") + name;
+        for (const auto& name : amp::sim::ProfileNames())
+          known += (known.empty() ? "" : ", ") + name;
         std::fprintf(stderr, "ampsim: no profile named '%s' (known: %s)\n", wanted.c_str(),
                      known.empty() ? "none found" : known.c_str());
         return 2;

@@ -75,7 +75,7 @@ struct CalRange {
 };
 
 bool FileExists(const std::string& path) {
-  struct stat st{};
+  struct stat st {};
   return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
 }
 
@@ -178,7 +178,8 @@ bool ApplyProfile(std::string_view text, UnitState& unit, std::string* error) {
         if (!ParseDouble(value, &range.last)) return fail("last must be a number");
       } else if (key == "counts") {
         size_t dots = value.find("..");
-        if (dots == std::string_view::npos || !ParseInt(Trim(value.substr(0, dots)), &range.countFirst) ||
+        if (dots == std::string_view::npos ||
+            !ParseInt(Trim(value.substr(0, dots)), &range.countFirst) ||
             !ParseInt(Trim(value.substr(dots + 2)), &range.countLast) || range.countFirst < 0 ||
             range.countLast < 0 || range.countFirst > 4095 || range.countLast > 4095)
           return fail("counts must read 'A .. B' with A and B from 0 to 4095");
@@ -190,7 +191,8 @@ bool ApplyProfile(std::string_view text, UnitState& unit, std::string* error) {
     } else if (key == "description") {
       // For the reader of the file only.
     } else if (key == "address") {
-      if (value.size() != 1 || value[0] < 0x20 || value[0] > 0x7E || value[0] == '{' || value[0] == '}')
+      if (value.size() != 1 || value[0] < 0x20 || value[0] > 0x7E || value[0] == '{' ||
+          value[0] == '}')
         return fail("address must be one printable character");
       next.address = value[0];
     } else if (key == "unit_id") {
@@ -217,7 +219,8 @@ bool ApplyProfile(std::string_view text, UnitState& unit, std::string* error) {
         std::string_view name = Trim(rest.substr(0, comma));
         rest = comma == std::string_view::npos ? std::string_view() : rest.substr(comma + 1);
         if (name.empty()) continue;
-        if (!IsCommandFamily(name)) return fail("'" + std::string(name) + "' is not a command family");
+        if (!IsCommandFamily(name))
+          return fail("'" + std::string(name) + "' is not a command family");
         next.lacks.emplace(name);
       }
     } else if (key.starts_with("value.") && key.size() > 6) {
@@ -225,7 +228,8 @@ bool ApplyProfile(std::string_view text, UnitState& unit, std::string* error) {
       next.values[std::string(key.substr(6))] = std::string(value);
     } else if (key.starts_with("wander.") && key.size() > 7) {
       double amount = 0;
-      if (!ParseDouble(value, &amount) || amount < 0) return fail("wander must be a number of 0 or more");
+      if (!ParseDouble(value, &amount) || amount < 0)
+        return fail("wander must be a number of 0 or more");
       next.wander[std::string(key.substr(7))] = amount;
     } else {
       return fail("unknown key '" + std::string(key) + "'");
@@ -251,7 +255,8 @@ bool ApplyProfile(std::string_view text, UnitState& unit, std::string* error) {
     int to = static_cast<int>(std::lround(range.last * 10));
     for (int k = from; k <= to; ++k) {
       double t = to == from ? 0.0 : double(k - from) / (to - from);
-      table.entries[k] = static_cast<int>(std::lround(range.countFirst + t * (range.countLast - range.countFirst)));
+      table.entries[k] = static_cast<int>(
+          std::lround(range.countFirst + t * (range.countLast - range.countFirst)));
     }
     next.calTables[name] = std::move(table);
   }

@@ -1,7 +1,7 @@
 #include "sim/simulator.h"
 
-#include <fcntl.h>
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -98,11 +98,10 @@ bool Simulator::Start(std::string* error) {
     addrinfo* res = nullptr;
     std::string port = std::to_string(opts_.tcpPort);
     int rc = getaddrinfo(opts_.tcpHost.c_str(), port.c_str(), &hints, &res);
-    if (rc != 0 || !res)
-      return fail("cannot resolve '" + opts_.tcpHost + "': " + gai_strerror(rc));
+    if (rc != 0 || !res) return fail("cannot resolve '" + opts_.tcpHost + "': " + gai_strerror(rc));
     std::string where = opts_.tcpHost + ":" + port;
-    listenFd_ = socket(res->ai_family, res->ai_socktype | SOCK_NONBLOCK | SOCK_CLOEXEC,
-                       res->ai_protocol);
+    listenFd_ =
+        socket(res->ai_family, res->ai_socktype | SOCK_NONBLOCK | SOCK_CLOEXEC, res->ai_protocol);
     if (listenFd_ < 0) {
       freeaddrinfo(res);
       return fail(Errno("socket"));
@@ -116,9 +115,9 @@ bool Simulator::Start(std::string* error) {
     sockaddr_storage bound{};
     socklen_t len = sizeof bound;
     getsockname(listenFd_, reinterpret_cast<sockaddr*>(&bound), &len);
-    boundPort_ = ntohs(bound.ss_family == AF_INET6
-                           ? reinterpret_cast<sockaddr_in6*>(&bound)->sin6_port
-                           : reinterpret_cast<sockaddr_in*>(&bound)->sin_port);
+    boundPort_ =
+        ntohs(bound.ss_family == AF_INET6 ? reinterpret_cast<sockaddr_in6*>(&bound)->sin6_port
+                                          : reinterpret_cast<sockaddr_in*>(&bound)->sin_port);
     ReportListenAddress();
   }
 
@@ -146,8 +145,8 @@ bool Simulator::Start(std::string* error) {
     probe.c_cflag = (probe.c_cflag & ~CSIZE) | CS7 | PARENB;
     termios back{};
     ptyCarriesCharFormat_ = tcsetattr(slaveKeepFd_, TCSANOW, &probe) == 0 &&
-                            tcgetattr(slaveKeepFd_, &back) == 0 &&
-                            (back.c_cflag & CSIZE) == CS7 && (back.c_cflag & PARENB);
+                            tcgetattr(slaveKeepFd_, &back) == 0 && (back.c_cflag & CSIZE) == CS7 &&
+                            (back.c_cflag & PARENB);
     // Start with the unit's own settings so a host that keeps them just works.
     line_.ApplyTo(t);
     if (tcsetattr(slaveKeepFd_, TCSANOW, &t) != 0) return fail(Errno("tcsetattr " + slavePath_));

@@ -42,14 +42,14 @@ class Simulator {
     std::string tcpHost = "127.0.0.1";
     int tcpPort = 2000;  // 0 picks a free port, see TcpPort()
     bool tcp = true;
-    bool serial = false;          // open a pseudo-terminal, see SerialPath()
-    bool printable = false;       // '{' ... '}' framing with the printable checksum
-    int baud = 0;                 // byte timing on serial: 0 = as fast as possible
-    bool byteTimingOnTcp = false; // also pace TCP replies at `baud`
+    bool serial = false;              // open a pseudo-terminal, see SerialPath()
+    bool printable = false;           // '{' ... '}' framing with the printable checksum
+    int baud = 0;                     // byte timing on serial: 0 = as fast as possible
+    bool byteTimingOnTcp = false;     // also pace TCP replies at `baud`
     std::string line = "9600,N,8,1";  // the unit's own serial settings
-    bool tcpCrOnly = false;       // end TCP replies with CR instead of CR LF
-    std::string frameLog;         // append one line per received frame
-    UnitState unit;               // starting state: address, id, status ...
+    bool tcpCrOnly = false;           // end TCP replies with CR instead of CR LF
+    std::string frameLog;             // append one line per received frame
+    UnitState unit;                   // starting state: address, id, status ...
     Faults faults;
   };
 

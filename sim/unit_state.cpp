@@ -85,7 +85,8 @@ bool ParseNumber(std::string_view text, double* out) {
     }
   }
   if (digits == 0 || points > 1) return false;
-  auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), *out, std::chars_format::fixed);
+  auto [ptr, ec] =
+      std::from_chars(text.data(), text.data() + text.size(), *out, std::chars_format::fixed);
   return ec == std::errc() && ptr == text.data() + text.size();
 }
 
@@ -93,7 +94,8 @@ std::string FormatFixed(double value, int decimals) {
   char buf[64];
   auto [ptr, ec] = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::fixed, decimals);
   std::string out(buf, ec == std::errc() ? ptr : buf);
-  if (!out.empty() && out[0] == '-' && out.find_first_not_of("-0.") == std::string::npos) out.erase(0, 1);
+  if (!out.empty() && out[0] == '-' && out.find_first_not_of("-0.") == std::string::npos)
+    out.erase(0, 1);
   return out;
 }
 
@@ -106,7 +108,8 @@ std::string ReadValue(UnitState& unit, std::string_view key) {
   if (it == unit.values.end()) return {};
   auto w = unit.wander.find(key);
   double base = 0;
-  if (w == unit.wander.end() || w->second <= 0 || !ParseNumber(it->second, &base)) return it->second;
+  if (w == unit.wander.end() || w->second <= 0 || !ParseNumber(it->second, &base))
+    return it->second;
   unsigned& count = unit.wanderReads[std::string(key)];
   return FormatFixed(base + w->second * WanderShape(key, count++), DecimalsOf(it->second));
 }

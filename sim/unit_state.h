@@ -29,19 +29,19 @@ std::string EncodeUnitId(uint16_t id);
 
 // Bits of the summary group (words S1..S4).
 namespace summary {
-inline constexpr uint8_t kTxOn = 16;       // S1: transmitter (HV / Vdd) on
-inline constexpr uint8_t kStandby = 8;     // S1
-inline constexpr uint8_t kRemote = 4;      // S1: remote control, else local
-inline constexpr uint8_t kConstPower = 2;  // S1
-inline constexpr uint8_t kInhibit = 1;     // S1: RF inhibited
+inline constexpr uint8_t kTxOn = 16;           // S1: transmitter (HV / Vdd) on
+inline constexpr uint8_t kStandby = 8;         // S1
+inline constexpr uint8_t kRemote = 4;          // S1: remote control, else local
+inline constexpr uint8_t kConstPower = 2;      // S1
+inline constexpr uint8_t kInhibit = 1;         // S1: RF inhibited
 inline constexpr uint8_t kSummaryFault = 32;   // S2
 inline constexpr uint8_t kHeaterStandby = 16;  // S2
-inline constexpr uint8_t kSw2B = 16;       // S3: waveguide switch 2 in position B
-inline constexpr uint8_t kSw2A = 8;        // S3
-inline constexpr uint8_t kAutoMode = 4;    // S3: redundancy switching automatic
-inline constexpr uint8_t kSw1B = 2;        // S3
-inline constexpr uint8_t kSw1A = 1;        // S3
-inline constexpr uint8_t kWgConfigMask = 7;  // S4: waveguide configuration
+inline constexpr uint8_t kSw2B = 16;           // S3: waveguide switch 2 in position B
+inline constexpr uint8_t kSw2A = 8;            // S3
+inline constexpr uint8_t kAutoMode = 4;        // S3: redundancy switching automatic
+inline constexpr uint8_t kSw1B = 2;            // S3
+inline constexpr uint8_t kSw1A = 1;            // S3
+inline constexpr uint8_t kWgConfigMask = 7;    // S4: waveguide configuration
 }  // namespace summary
 
 // One calibration table: key (tenths of a dB or dBm) -> DAC/ADC count, and

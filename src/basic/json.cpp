@@ -12,9 +12,12 @@ namespace {
 size_t Utf8Length(std::string_view text, size_t i) {
   const auto b = static_cast<unsigned char>(text[i]);
   size_t n = 0;
-  if (b >= 0xC2 && b <= 0xDF) n = 2;
-  else if (b >= 0xE0 && b <= 0xEF) n = 3;
-  else if (b >= 0xF0 && b <= 0xF4) n = 4;
+  if (b >= 0xC2 && b <= 0xDF)
+    n = 2;
+  else if (b >= 0xE0 && b <= 0xEF)
+    n = 3;
+  else if (b >= 0xF0 && b <= 0xF4)
+    n = 4;
   if (n == 0 || i + n > text.size()) return 0;
   for (size_t k = 1; k < n; ++k)
     if ((static_cast<unsigned char>(text[i + k]) & 0xC0) != 0x80) return 0;
@@ -38,11 +41,21 @@ std::string JsonQuote(std::string_view text) {
       }
     }
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
       default:
         if (c < 0x20 || c >= 0x7F) {
           char buf[8];

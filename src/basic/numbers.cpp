@@ -28,10 +28,10 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 // optional sign, digits with an optional "." and fraction (at least one digit
 // in all), and an exponent only when it has at least one digit.
 struct NumberScan {
-  bool found = false;     // at least one mantissa digit
-  size_t digits = 0;      // where the unsigned part starts (after any sign)
-  size_t mantissaEnd = 0; // end of the digits-and-point part
-  size_t end = 0;         // end of the whole number (with any exponent)
+  bool found = false;      // at least one mantissa digit
+  size_t digits = 0;       // where the unsigned part starts (after any sign)
+  size_t mantissaEnd = 0;  // end of the digits-and-point part
+  size_t end = 0;          // end of the whole number (with any exponent)
 };
 
 NumberScan ScanNumber(std::string_view s, size_t begin) {
@@ -115,16 +115,16 @@ Decimal15 ToDecimal15(double magnitude) {
   if (magnitude == 0) return d;
   char buf[64];
   // "d.dddddddddddddde+XXX", rounded correctly from the exact binary value.
-  const auto result = std::to_chars(buf, buf + sizeof buf, magnitude,
-                                    std::chars_format::scientific, 14);
+  const auto result =
+      std::to_chars(buf, buf + sizeof buf, magnitude, std::chars_format::scientific, 14);
   const std::string_view text(buf, static_cast<size_t>(result.ptr - buf));
   const size_t e = text.find('e');
   for (size_t i = 0; i < e; ++i) {
     if (IsDigit(text[i])) d.digits += text[i];
   }
   int exponent = 0;
-  std::from_chars(text.data() + e + 1 + (text[e + 1] == '+' ? 1 : 0),
-                  text.data() + text.size(), exponent);
+  std::from_chars(text.data() + e + 1 + (text[e + 1] == '+' ? 1 : 0), text.data() + text.size(),
+                  exponent);
   d.exponent = exponent;
   return d;
 }
@@ -251,8 +251,10 @@ std::string Format(double v, std::string_view picture) {
     if (!IsPlace(intPic[i])) continue;
     if (leftmostPlace == std::string_view::npos) leftmostPlace = i;
     ++intPlaces;
-    if (intPic[i] == '0' && minIntDigits == 0) minIntDigits = 1;  // counting starts here
-    else if (minIntDigits > 0) ++minIntDigits;
+    if (intPic[i] == '0' && minIntDigits == 0)
+      minIntDigits = 1;  // counting starts here
+    else if (minIntDigits > 0)
+      ++minIntDigits;
   }
   size_t fracPlaces = 0;
   size_t mandatoryFrac = 0;
@@ -265,7 +267,8 @@ std::string Format(double v, std::string_view picture) {
 
   // Round |v|'s 15-digit form half away from zero to `fracPlaces` decimals.
   Decimal15 d = ToDecimal15(std::fabs(v));
-  const long long keep = static_cast<long long>(d.exponent) + 1 + static_cast<long long>(fracPlaces);
+  const long long keep =
+      static_cast<long long>(d.exponent) + 1 + static_cast<long long>(fracPlaces);
   if (!d.digits.empty() && keep < static_cast<long long>(d.digits.size())) {
     if (keep < 0) {
       d.digits.clear();

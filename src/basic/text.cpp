@@ -99,12 +99,24 @@ std::string Readable(std::string_view bytes, bool upperHex) {
   for (const char ch : bytes) {
     const auto c = static_cast<unsigned char>(ch);
     switch (c) {
-      case 0x02: out += "<STX>"; break;
-      case 0x03: out += "<ETX>"; break;
-      case 0x06: out += "<ACK>"; break;
-      case 0x15: out += "<NAK>"; break;
-      case 0x0D: out += "<CR>"; break;
-      case 0x0A: out += "<LF>"; break;
+      case 0x02:
+        out += "<STX>";
+        break;
+      case 0x03:
+        out += "<ETX>";
+        break;
+      case 0x06:
+        out += "<ACK>";
+        break;
+      case 0x15:
+        out += "<NAK>";
+        break;
+      case 0x0D:
+        out += "<CR>";
+        break;
+      case 0x0A:
+        out += "<LF>";
+        break;
       default:
         if (c < 0x20 || c > 0x7E) {
           out += '<';

@@ -38,7 +38,7 @@ std::string CmdAdcScaler(int n, int32_t scaler);
 // "YP" + n + count, the count as the plain number text of the configuration
 // files: a blank stands ahead of a count that is not negative ("YP1 40").
 std::string CmdDigitalPot(int n, int32_t count);
-std::string CmdOverdriveTripLevel(double dB);  // "YP3 " + "#0.0"
+std::string CmdOverdriveTripLevel(double dB);                  // "YP3 " + "#0.0"
 std::string CmdTempCoefficient(std::string_view coefficient);  // "YB" + text
 // "YB" + coefficient + "s" + sub-band.
 std::string CmdSubBandTempCoefficient(std::string_view coefficient, int subBand);

@@ -26,8 +26,7 @@ std::string ReadDotted(Comms& c, std::string_view request, std::string_view tail
 
 // "QlldpFactorySetup?" / "QlldpSetupConfig?": the fields follow the last
 // letters of the echo and its blank.
-std::string ReadLldpText(Comms& c, std::string_view request, std::string_view tail,
-                         long minLen) {
+std::string ReadLldpText(Comms& c, std::string_view request, std::string_view tail, long minLen) {
   std::string rx, text;
   if (!rd::Exchange(c, request, rx)) return "";
   const long p = InStr(rx, tail);
@@ -152,9 +151,7 @@ bool ReadDHCPMode(Comms& c) {
   return result;
 }
 
-std::string ReadLldpFactory(Comms& c) {
-  return ReadLldpText(c, "QlldpFactorySetup?", "up ", 24);
-}
+std::string ReadLldpFactory(Comms& c) { return ReadLldpText(c, "QlldpFactorySetup?", "up ", 24); }
 std::string ReadLldpUser(Comms& c) { return ReadLldpText(c, "QlldpSetupConfig?", "ig ", 30); }
 
 void ParseLldpFactory(std::string_view text, LldpFactoryParams& p) {
@@ -170,8 +167,10 @@ void ParseLldpUser(std::string_view text, LldpUserParams& p) {
   const std::vector<std::string> f = rd::Split(text, ';');
   if (f.size() != 5) return;
   const double enabled = Val(f[0]);
-  if (enabled == 1) p.gLldpEnabled = true;
-  else if (enabled == 0) p.gLldpEnabled = false;
+  if (enabled == 1)
+    p.gLldpEnabled = true;
+  else if (enabled == 0)
+    p.gLldpEnabled = false;
   const double txTimer = Val(f[1]);
   if (txTimer >= 5 && txTimer < 65535) p.gLldpTxTimer = ToInt32(txTimer);
   const double holdtime = Val(f[2]);

@@ -20,10 +20,9 @@ inline constexpr std::string_view kCmdSaveEnet = "PES";
 // port gives "".
 std::string CmdSerialPort(int port, int32_t baud, std::string_view parity, int data, int stop);
 // "XR" + wire count + termination ("T" / "U") + address, each as given.
-std::string CmdRS485(std::string_view wire, std::string_view termination,
-                     std::string_view address);
+std::string CmdRS485(std::string_view wire, std::string_view termination, std::string_view address);
 std::string CmdUnitAddress(std::string_view address);  // "XA" + address
-std::string CmdDhcpMode(bool dhcp);                     // "PEO1" / "PEO0"
+std::string CmdDhcpMode(bool dhcp);                    // "PEO1" / "PEO0"
 // "PEI" / "PEN" / "PER" + the dotted address.
 std::string CmdIPAddress(std::string_view dotted);
 std::string CmdNetMask(std::string_view dotted);

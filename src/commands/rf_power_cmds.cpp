@@ -34,7 +34,8 @@ std::string ScanValue(const std::string& rx, long pos) {
 // Single precision as the unit's numbers are kept; a value beyond it is a
 // conversion failure rather than an infinity.
 float ToSingle(double v) {
-  if (!(std::fabs(v) <= FLT_MAX)) throw ConversionFailure("overflow converting " + NumText(v) + " to single precision");
+  if (!(std::fabs(v) <= FLT_MAX))
+    throw ConversionFailure("overflow converting " + NumText(v) + " to single precision");
   return static_cast<float>(v);
 }
 
@@ -448,11 +449,15 @@ std::string SubBandSet(const char* mnemonic, std::string_view value, int n) {
 }
 }  // namespace
 
-std::string CmdSubBandLinAmplitude(std::string_view value, int n) { return SubBandSet("PZ", value, n); }
+std::string CmdSubBandLinAmplitude(std::string_view value, int n) {
+  return SubBandSet("PZ", value, n);
+}
 std::string CmdSubBandLinPhase(std::string_view value, int n) { return SubBandSet("Pz", value, n); }
 std::string CmdSubBandSlope(std::string_view value, int n) { return SubBandSet("P/", value, n); }
 std::string CmdSubBandSupply(std::string_view value, int n) { return SubBandSet("P|", value, n); }
-std::string CmdSubBandGainBalance(std::string_view value, int n) { return SubBandSet("PG", value, n); }
+std::string CmdSubBandGainBalance(std::string_view value, int n) {
+  return SubBandSet("PG", value, n);
+}
 
 std::string CmdGainBalanceEnable(bool on) { return on ? "PG1" : "PG0"; }
 std::string CmdGainBalance(double dB) { return "PG" + Format(dB, "#0.0"); }

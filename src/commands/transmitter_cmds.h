@@ -36,14 +36,14 @@ inline constexpr std::string_view kCmdNegativeAnodeOff = "PBFE0";
 // Set commands with a value.
 // "YH" + heater hours + beam hours, each "000000".
 std::string CmdHours(double heaterHours, double beamHours);
-std::string CmdHelixCurrentRatio(int ratio);          // "YGHI" + ratio
+std::string CmdHelixCurrentRatio(int ratio);           // "YGHI" + ratio
 std::string CmdHelixCurrentTrip(std::string_view mA);  // "YFTH" + text
-std::string CmdCathodeMonitorState(int state);        // "PBFS" + state
-std::string CmdAnodeScale(double volts);              // "PBFT" + "###0"
-std::string CmdNegativeAnodeStart(int volts);         // "PBFF" + value
-std::string CmdAnodeVoltage(double volts);            // "PBFA" + "###0"
-std::string CmdCathodeScalar(double scalar);          // "PBFO" + "###0"
-std::string CmdIdealCathodeCurrent(double mA);        // "PBFI" + "##0"
+std::string CmdCathodeMonitorState(int state);         // "PBFS" + state
+std::string CmdAnodeScale(double volts);               // "PBFT" + "###0"
+std::string CmdNegativeAnodeStart(int volts);          // "PBFF" + value
+std::string CmdAnodeVoltage(double volts);             // "PBFA" + "###0"
+std::string CmdCathodeScalar(double scalar);           // "PBFO" + "###0"
+std::string CmdIdealCathodeCurrent(double mA);         // "PBFI" + "##0"
 
 // Status word k alone: 1 "?!", 2 "?(", 3 "?#"; reply "?" + four characters.
 // Any other k sends nothing. The word, or "".

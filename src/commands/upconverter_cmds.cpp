@@ -75,9 +75,7 @@ int16_t ReadBucMode(Comms& c) {
 bool ReadAmcAnalogs(Comms& c) { return ReadAmcList(c, "YCA?", "CA", 7, 11); }
 
 // Settings of the float supply: at least 4 values, no upper limit of its own.
-bool ReadAmcSettings(Comms& c) {
-  return ReadAmcList(c, "YCD?", "CD", 3, static_cast<size_t>(-1));
-}
+bool ReadAmcSettings(Comms& c) { return ReadAmcList(c, "YCD?", "CD", 3, static_cast<size_t>(-1)); }
 
 int16_t ReadAmcStatus(Comms& c) {
   int16_t result = -1;

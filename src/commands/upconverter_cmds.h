@@ -20,11 +20,11 @@ struct PSVsetRecord {
 PSVsetRecord ReadPSVset(Comms& c, int n = -1);
 
 // Set commands of the upconverter, values in dB or dBm.
-std::string CmdBucMode(int16_t mode);        // "PBCM" + mode (0 fixed, 1 variable, 2 optimized)
-std::string CmdBucSetPoint(double dBm);      // "PBCS" + "#0.0"
-std::string CmdBucOffset(double dB);         // "PBCO" + "#0.0"; the dialog keeps it in -31.5..31.5
-std::string CmdBucAtten(double dB);          // "PBCA" + "#0.0"
-std::string CmdBucMaxAtten(double dB);       // "PBCN" + "#0.0"
+std::string CmdBucMode(int16_t mode);    // "PBCM" + mode (0 fixed, 1 variable, 2 optimized)
+std::string CmdBucSetPoint(double dBm);  // "PBCS" + "#0.0"
+std::string CmdBucOffset(double dB);     // "PBCO" + "#0.0"; the dialog keeps it in -31.5..31.5
+std::string CmdBucAtten(double dB);      // "PBCA" + "#0.0"
+std::string CmdBucMaxAtten(double dB);   // "PBCN" + "#0.0"
 // Float supply settings. The set numbers differ from the read order of
 // ReadAmcSettings (heater voltage, focus off, focus on, heater current).
 std::string CmdAmcHeaterVoltage(double volts);  // "YCD0 " + "##0.0#"

@@ -83,8 +83,7 @@ void AttenuationControls::StepAtten(float step) {
     // empty level field gives 0, which SetConstPwr refuses by dropping the
     // box.
     float level = 0.0f;
-    if (!f.txtConstLvl.Text().empty())
-      level = static_cast<float>(Val(f.txtConstLvl.Text()) + step);
+    if (!f.txtConstLvl.Text().empty()) level = static_cast<float>(Val(f.txtConstLvl.Text()) + step);
     constPwr_.SetConstPwr(level);
     return;
   }
@@ -204,7 +203,9 @@ void AttenuationControls::StepLin(Lin which, int step) {
                                                    : CmdLinPhase(field.Text()));
 }
 
-void AttenuationControls::txtLinAmp_KeyPress(int& KeyAscii) { LinKeyPress(Lin::Amplitude, KeyAscii); }
+void AttenuationControls::txtLinAmp_KeyPress(int& KeyAscii) {
+  LinKeyPress(Lin::Amplitude, KeyAscii);
+}
 void AttenuationControls::txtLinAmp_LostFocus() { LinLostFocus(Lin::Amplitude); }
 void AttenuationControls::txtLinPhase_KeyPress(int& KeyAscii) { LinKeyPress(Lin::Phase, KeyAscii); }
 void AttenuationControls::txtLinPhase_LostFocus() { LinLostFocus(Lin::Phase); }

@@ -157,8 +157,8 @@ void BandControls::frmSetSubBand_optSelectedSB_Click(int index) {
 // ------------------------------------------------------------ RF frequency
 
 void BandControls::lblRFFrqVal_DblClick() {
-  const std::optional<std::string> answer =
-      p_.dialogs.InputBox("Enter new Frequency in MHz:", "RF Frequency", p_.frm.lblRFFrqVal.Caption());
+  const std::optional<std::string> answer = p_.dialogs.InputBox(
+      "Enter new Frequency in MHz:", "RF Frequency", p_.frm.lblRFFrqVal.Caption());
   if (!answer || answer->empty() || !IsNumeric(*answer)) return;
   const double mhz = Val(*answer);
   p_.values.gRfFrequency = Format(mhz, "####0");

@@ -3,7 +3,8 @@
 namespace amp {
 
 void ShowNotInRemoteMode(PanelContext& p) {
-  p.dialogs.MsgBox("Not in Remote Mode", MsgButtons::OK, MsgIcon::Exclamation, "Communication Error");
+  p.dialogs.MsgBox("Not in Remote Mode", MsgButtons::OK, MsgIcon::Exclamation,
+                   "Communication Error");
 }
 
 bool CheckBoxGuard(PanelContext& p, ui::CheckBox& box) {

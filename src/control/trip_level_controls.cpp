@@ -51,7 +51,8 @@ void TripLevelControls::Wire() {
 
 void TripLevelControls::WireFocus(const Line& line) {
   bool* flag = &line.hasFocus;
-  for (ui::Control* c : {static_cast<ui::Control*>(&line.level), static_cast<ui::Control*>(&line.type)}) {
+  for (ui::Control* c :
+       {static_cast<ui::Control*>(&line.level), static_cast<ui::Control*>(&line.type)}) {
     c->GotFocus = [flag] { *flag = true; };
     c->LostFocus = [flag] { *flag = false; };
   }

@@ -9,9 +9,9 @@
 namespace amp::ui {
 
 Color QBColor(int n) {
-  static constexpr Color kColors[16] = {
-      0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080, 0x808000, 0xC0C0C0,
-      0x808080, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
+  static constexpr Color kColors[16] = {0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080,
+                                        0x808000, 0xC0C0C0, 0x808080, 0x0000FF, 0x00FF00, 0x00FFFF,
+                                        0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
   // The table is in the classic numbering already: 1 is dark blue, 4 dark
   // red, 12 light red.
   if (n < 0 || n > 15) throw std::out_of_range("QBColor takes 0 to 15");

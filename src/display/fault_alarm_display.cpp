@@ -5,8 +5,8 @@
 #include <initializer_list>
 #include <string>
 
-#include "display/status_display.h"
 #include "basic/one_of.h"
+#include "display/status_display.h"
 
 namespace amp {
 

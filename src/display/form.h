@@ -41,7 +41,7 @@ class Form {
   void SetLoaded(bool l) { loaded_ = l; }
   // The logic closes a dialog with Unload; the front end's modal loop ends.
   void Unload();
-  std::function<void()> Load;       // runs when the dialog is shown
+  std::function<void()> Load;         // runs when the dialog is shown
   std::function<void()> QueryUnload;  // runs when the operator closes it
 
   // Front ends observe changes of any control (or of the caption) here.

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "commands/transmitter_cmds.h"
 #include "basic/one_of.h"
+#include "commands/transmitter_cmds.h"
 #include "display/panel_setup.h"
 
 namespace amp {

@@ -94,11 +94,14 @@ FrmMain::FrmMain() : Form("frmMain") {
   Menu(mnuPLog, "Download Parameter Logs", "mnuFile");
   Menu(mnuTrendLogs, "Download Trend Logs", "mnuFile");
   Menu(mnuCalFactor, "Cal-Factor Table", "mnuFile");
-  static const char* kCalTables[8] = {
-      "Get RF Cal From Amp",           "Send RF Cal Table To Amp",
-      "Get Rev RF Cal Table From Amp", "Send Rev RF RF Cal Table To Amp",
-      "Get Atten Cal Table From Amp",  "Send Atten Cal Table To Amp",
-      "Get Input Drive Cal Table From Amp", "Send Input Drive Cal Table To Amp"};
+  static const char* kCalTables[8] = {"Get RF Cal From Amp",
+                                      "Send RF Cal Table To Amp",
+                                      "Get Rev RF Cal Table From Amp",
+                                      "Send Rev RF RF Cal Table To Amp",
+                                      "Get Atten Cal Table From Amp",
+                                      "Send Atten Cal Table To Amp",
+                                      "Get Input Drive Cal Table From Amp",
+                                      "Send Input Drive Cal Table To Amp"};
   for (int i = 0; i < 8; ++i) Menu(mnuCalTables[i], kCalTables[i], "mnuFile");
   Menu(mnuCmdLine, "Commandline", "mnuFile");
   Menu(mnuFileExit, "E&xit", "mnuFile");
@@ -129,7 +132,8 @@ FrmMain::FrmMain() : Form("frmMain") {
   Menu(mnuAutoClrBUC, "Auto Clear BUC Faults", "mnuOptions");
   Menu(mnuGainBal, "Gain Balance...", "mnuOptions");
   Menu(mnuSubBands, "Sub-Bands", "mnuOptions");
-  for (int i = 1; i <= 8; ++i) Menu(mnuSubB(i), ("#" + std::to_string(i) + "   ").c_str(), "mnuSubBands");
+  for (int i = 1; i <= 8; ++i)
+    Menu(mnuSubB(i), ("#" + std::to_string(i) + "   ").c_str(), "mnuSubBands");
   Menu(mnuLEDMode, "LED Mode", "mnuOptions");
   Menu(mnuSumFltTest, "Summary Fault Test...", "mnuOptions");
   Menu(mnuWgArcTest, "Waveguide Arc Test", "mnuOptions");
@@ -145,7 +149,8 @@ FrmMain::FrmMain() : Form("frmMain") {
   Menu(mnuOpenWebpage, "Open Webpage", "mnuComm");
   Menu(mnuPortScan, "Scan Ports", "mnuComm");
   Menu(mnuCom, "Serial Port:   COM1", "mnuComm");
-  for (int i = 0; i < 10; ++i) Menu(mnuComPort[i], ("Com" + std::to_string(i + 1)).c_str(), "mnuCom");
+  for (int i = 0; i < 10; ++i)
+    Menu(mnuComPort[i], ("Com" + std::to_string(i + 1)).c_str(), "mnuCom");
 
   Menu(mnuHelp, "&Help", "");
   Menu(mnuHelpAbout, "&About", "mnuHelp");

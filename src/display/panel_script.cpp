@@ -23,12 +23,18 @@ struct VerbSpec {
 };
 
 constexpr VerbSpec kVerbs[] = {
-    {"click", Verb::Click, Args::Control},        {"type", Verb::Type, Args::ControlText},
-    {"key", Verb::Key, Args::ControlKey},         {"set", Verb::Set, Args::ControlText},
-    {"leave", Verb::Leave, Args::Control},        {"focus", Verb::Focus, Args::Control},
-    {"select", Verb::Select, Args::ControlText},  {"up", Verb::Up, Args::Control},
-    {"down", Verb::Down, Args::Control},          {"dblclick", Verb::DblClick, Args::Control},
-    {"poll", Verb::Poll, Args::OptionalCount},    {"wait", Verb::Wait, Args::Count},
+    {"click", Verb::Click, Args::Control},
+    {"type", Verb::Type, Args::ControlText},
+    {"key", Verb::Key, Args::ControlKey},
+    {"set", Verb::Set, Args::ControlText},
+    {"leave", Verb::Leave, Args::Control},
+    {"focus", Verb::Focus, Args::Control},
+    {"select", Verb::Select, Args::ControlText},
+    {"up", Verb::Up, Args::Control},
+    {"down", Verb::Down, Args::Control},
+    {"dblclick", Verb::DblClick, Args::Control},
+    {"poll", Verb::Poll, Args::OptionalCount},
+    {"wait", Verb::Wait, Args::Count},
     {"dump", Verb::Dump, Args::None},
 };
 
@@ -174,15 +180,18 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
     a.line = lineNo;
     a.verb = verbRow->verb;
 
-    if (verbRow->args != Args::None && verbRow->args != Args::OptionalCount && verbRow->args != Args::Count) {
+    if (verbRow->args != Args::None && verbRow->args != Args::OptionalCount &&
+        verbRow->args != Args::Count) {
       const std::string_view name = NextWord(rest);
-      if (name.empty() || name.front() == '#') return fail(std::string(verbRow->name) + " needs a control");
+      if (name.empty() || name.front() == '#')
+        return fail(std::string(verbRow->name) + " needs a control");
       const size_t dot = name.find('.');
       if (dot != std::string_view::npos) {
         a.form = std::string(name.substr(0, dot));
         a.control = std::string(name.substr(dot + 1));
         if (a.form.empty() || a.control.empty())
-          return fail("'" + std::string(name) + "' is not a control name (CONTROL or frmName.control)");
+          return fail("'" + std::string(name) +
+                      "' is not a control name (CONTROL or frmName.control)");
       } else {
         a.control = std::string(name);
       }
@@ -195,14 +204,16 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
         value = value.substr(1, value.size() - 2);
       } else if (value.empty()) {
         return fail(std::string(verbRow->name) + " " + a.control + " needs " +
-                    (verbRow->args == Args::ControlKey ? "a key (Enter, Esc, Backspace or one character)"
-                     : a.verb == Verb::Select      ? "an item's text or index"
-                                                   : "a text (\"\" for an empty one)"));
+                    (verbRow->args == Args::ControlKey
+                         ? "a key (Enter, Esc, Backspace or one character)"
+                     : a.verb == Verb::Select ? "an item's text or index"
+                                              : "a text (\"\" for an empty one)"));
       }
       a.text = std::string(value);
       if (verbRow->args == Args::ControlKey) {
         const auto code = KeyCode(a.text);
-        if (!code) return fail("unknown key '" + a.text + "' (Enter, Esc, Backspace or one character)");
+        if (!code)
+          return fail("unknown key '" + a.text + "' (Enter, Esc, Backspace or one character)");
         a.count = *code;
       }
     } else {
@@ -226,7 +237,9 @@ std::optional<ScriptError> ParseScript(std::string_view text, std::vector<Script
         }
       }
       if (!word.empty() && word.front() != '#')
-        return fail("unexpected '" + std::string(TrimView(std::string_view(word.data(), rest.data() + rest.size() - word.data()))) +
+        return fail("unexpected '" +
+                    std::string(TrimView(
+                        std::string_view(word.data(), rest.data() + rest.size() - word.data()))) +
                     "' after " + verbRow->name);
     }
     out.push_back(std::move(a));
@@ -335,7 +348,9 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
   if (!c) return "unknown control '" + name + "'";  // checked before the run; forms may change
   Form* front = open_.empty() ? host_.forms.front() : open_.back();
   if (form != front) {
-    if (!open_.empty()) return name + ": " + front->Name() + " is open in front of " + form->Name() + "; close it first";
+    if (!open_.empty())
+      return name + ": " + front->Name() + " is open in front of " + form->Name() +
+             "; close it first";
     return name + ": " + form->Name() + " is not open";
   }
   if (!c->Visible()) return name + " is hidden";
@@ -409,7 +424,9 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
       if (index < 0) {
         std::string items;
         for (const auto& item : list->Items()) items += (items.empty() ? "'" : ", '") + item + "'";
-        return name + " has no item '" + a.text + "' (" + (items.empty() ? "the list is empty" : "items: " + items + ", or an index from 0") + ")";
+        return name + " has no item '" + a.text + "' (" +
+               (items.empty() ? "the list is empty" : "items: " + items + ", or an index from 0") +
+               ")";
       }
       list->SetListIndex(index);
       break;

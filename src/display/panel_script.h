@@ -36,7 +36,21 @@
 namespace amp::ui {
 
 struct ScriptAction {
-  enum class Verb { Click, Type, Key, Set, Leave, Focus, Select, Up, Down, DblClick, Poll, Wait, Dump };
+  enum class Verb {
+    Click,
+    Type,
+    Key,
+    Set,
+    Leave,
+    Focus,
+    Select,
+    Up,
+    Down,
+    DblClick,
+    Poll,
+    Wait,
+    Dump
+  };
   int line = 0;
   Verb verb = Verb::Dump;
   std::string form;     // the form's name; empty for poll, wait and dump

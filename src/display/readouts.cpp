@@ -181,8 +181,8 @@ void StatusDisplay::SetPowerCaptions(const char* unit) {
 // A field that reads 0 or less (an empty one, a "<" reading, 0 dBm) keeps
 // its text until its next update writes it in the new unit.
 void StatusDisplay::ConvertPowerFields(bool toWatts) {
-  for (ui::TextBox* t : {&f_.txtConstLvl, &f_.txtFdBm, &f_.txtRdBm, &f_.txtFhiLvl, &f_.txtFloLvl,
-                         &f_.txtRhiLvl}) {
+  for (ui::TextBox* t :
+       {&f_.txtConstLvl, &f_.txtFdBm, &f_.txtRdBm, &f_.txtFhiLvl, &f_.txtFloLvl, &f_.txtRhiLvl}) {
     if (t->Text().empty()) continue;
     const double value = Val(t->Text());
     if (!(value > 0)) continue;
@@ -221,6 +221,8 @@ bool StatusDisplay::GetFormatedPwr(float value, std::string& out) const {
   return shown == value;
 }
 
-void StatusDisplay::DisplayStatusMsg(const std::string& text) { f_.sbStatusBar.SetPanelText(0, text); }
+void StatusDisplay::DisplayStatusMsg(const std::string& text) {
+  f_.sbStatusBar.SetPanelText(0, text);
+}
 
 }  // namespace amp

@@ -162,8 +162,8 @@ void StatusDisplay::SetAutoModeSumStatus(int s3) {
 }
 
 void StatusDisplay::ClearSummaryStatus() {
-  for (ui::Label* l : {&f_.Label31, &f_.Label32, &f_.Label33, &f_.Label34, &f_.Label35,
-                       &f_.Label36, &f_.Label13, &f_.lblSBUCWarmup, &f_.lbllcBucDrive})
+  for (ui::Label* l : {&f_.Label31, &f_.Label32, &f_.Label33, &f_.Label34, &f_.Label35, &f_.Label36,
+                       &f_.Label13, &f_.lblSBUCWarmup, &f_.lbllcBucDrive})
     l->SetVisible(false);
 }
 

@@ -42,7 +42,8 @@ void PanelSetup::InitTempComp() {
   if (v_.gSubBandCount < 1) return;
   v_.gBandTempCoef = ReadSubBandTempCoefficients(c_, v_.gSubBandCount);
   if (!v_.gBandTempCoef) return;
-  for (int n = 1; n <= v_.gSubBandCount && n <= 8; ++n) v_.gSubBandTempCoefs[n] = c_.gRespFields[n - 1];
+  for (int n = 1; n <= v_.gSubBandCount && n <= 8; ++n)
+    v_.gSubBandTempCoefs[n] = c_.gRespFields[n - 1];
 }
 
 bool PanelSetup::HasDCVInputOption() const {

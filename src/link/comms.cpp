@@ -102,7 +102,8 @@ void Comms::sckTcp_DataArrival(long /*bytesTotal*/) {
     // when it came in the same piece. Replies that pile up while nobody
     // waits for them are kept only up to the size of one frame.
     if (gTcpReply.size() < static_cast<size_t>(AmpLink::kMaxFrame))
-      gTcpReply += mTcpRxBuffer.substr(0, std::min(cr + 1, static_cast<size_t>(AmpLink::kMaxFrame)));
+      gTcpReply +=
+          mTcpRxBuffer.substr(0, std::min(cr + 1, static_cast<size_t>(AmpLink::kMaxFrame)));
     gTcpReplyReady = true;
     mTcpRxBuffer.clear();
   } else if (mTcpRxBuffer.size() > static_cast<size_t>(AmpLink::kMaxFrame)) {
@@ -123,9 +124,8 @@ void Comms::sckTcp_Connect() {
 void Comms::sckTcp_Error(int number, const std::string& description, long scode,
                          const std::string& source) {
   const std::string text = "Error No.: " + std::to_string(number) + "\r\n" +
-                           "Descr: " + description + "\r\n" +
-                           "Scode: " + std::to_string(scode) + "\r\n" +
-                           "Source: " + source + "\r\n";
+                           "Descr: " + description + "\r\n" + "Scode: " + std::to_string(scode) +
+                           "\r\n" + "Source: " + source + "\r\n";
   host_.dialogs.MsgBox(text, MsgButtons::OK, MsgIcon::Exclamation, "TCP/IP Socket Error");
   host_.sckTcp.Close();
   host_.Timer1.SetEnabled(false);

@@ -39,16 +39,16 @@ class Comms {
   AmpLink Link;
 
   // Session state shared by the exchange and the poll.
-  bool gUseEnet = false;         // exchanges go over the socket
-  bool gTcpReplyReady = false;   // a whole reply has arrived on the socket
-  std::string gTcpReply;         // that reply
-  std::string mTcpRxBuffer;      // bytes received and not yet ended by a CR
-  int16_t gMissedPolls = 2;      // failed polls still tolerated
-  int16_t mFastCycle = 0;        // good polls since the last fast group
-  int16_t mSlowCycle = 0;        // good polls since the last slow group
+  bool gUseEnet = false;        // exchanges go over the socket
+  bool gTcpReplyReady = false;  // a whole reply has arrived on the socket
+  std::string gTcpReply;        // that reply
+  std::string mTcpRxBuffer;     // bytes received and not yet ended by a CR
+  int16_t gMissedPolls = 2;     // failed polls still tolerated
+  int16_t mFastCycle = 0;       // good polls since the last fast group
+  int16_t mSlowCycle = 0;       // good polls since the last slow group
   bool gFirstReadPending = false;
   bool gFirstReadDone = false;
-  bool gOneCharAlarm = false;    // the status query ends in 9
+  bool gOneCharAlarm = false;               // the status query ends in 9
   std::array<std::string, 11> gRespFields;  // shared scratch of every reader
 
   // Sends `command` and leaves the whole reply frame in Link.RxMessage.

@@ -15,7 +15,7 @@ class CommPort {
   // Setters return "" on success, else the description of the error the
   // control raises ("Port already open", "Invalid Port Number", the host's
   // text for a device that cannot be opened, ...).
-  virtual std::string SetCommPort(int port) = 0;                // 1..10
+  virtual std::string SetCommPort(int port) = 0;                   // 1..10
   virtual std::string SetSettings(std::string_view settings) = 0;  // "9600,N,8,1"
   virtual std::string SetRTSEnable(bool on) = 0;
   virtual std::string SetPortOpen(bool open) = 0;

@@ -62,8 +62,8 @@ QString MultiLine(const std::string& s) {
 
 // Writes `roles` for the active and inactive states only, so that a disabled
 // widget still greys out as the style draws it.
-void PaintRoles(QWidget* w, const QPalette& design, std::initializer_list<QPalette::ColorRole> roles,
-                Color c, Color modelDefault) {
+void PaintRoles(QWidget* w, const QPalette& design,
+                std::initializer_list<QPalette::ColorRole> roles, Color c, Color modelDefault) {
   if (c == modelDefault) {
     if (w->palette() != design) w->setPalette(design);
     return;
@@ -393,10 +393,12 @@ void FormBinder::Mirror(Binding& b) {
     }
     // A label on a field-coloured panel draws with Text, elsewhere with
     // WindowText: the colour goes to both.
-    PaintRoles(w, b.designPalette, {QPalette::WindowText, QPalette::Text}, l->ForeColor(), kDefaultLabelFore);
+    PaintRoles(w, b.designPalette, {QPalette::WindowText, QPalette::Text}, l->ForeColor(),
+               kDefaultLabelFore);
     if (l->Top() != b.lastTop) {
       b.lastTop = l->Top();
-      if (QWidget* box = w->parentWidget(); box && box->property("rowsByTop").toBool()) OrderRows(box);
+      if (QWidget* box = w->parentWidget(); box && box->property("rowsByTop").toBool())
+        OrderRows(box);
     }
   } else if (auto* t = dynamic_cast<TextBox*>(c)) {
     const QString text = Q(t->Text());
@@ -404,7 +406,8 @@ void FormBinder::Mirror(Binding& b) {
       if (le->text() != text) {
         const int pos = le->cursorPosition();
         le->setText(text);
-        if (le->hasFocus()) le->setCursorPosition(std::min<int>(pos, static_cast<int>(text.size())));
+        if (le->hasFocus())
+          le->setCursorPosition(std::min<int>(pos, static_cast<int>(text.size())));
       }
       le->setReadOnly(b.designReadOnly || t->Locked());
     } else if (auto* pe = qobject_cast<QPlainTextEdit*>(w)) {
@@ -451,7 +454,8 @@ void FormBinder::Mirror(Binding& b) {
         cb->addItems(items);
       }
       cb->setCurrentIndex(list->ListIndex());
-      if (cb->isEditable() && cb->currentText() != Q(list->Text())) cb->setEditText(Q(list->Text()));
+      if (cb->isEditable() && cb->currentText() != Q(list->Text()))
+        cb->setEditText(Q(list->Text()));
     } else if (auto* lw = qobject_cast<QListWidget*>(w)) {
       if (ItemsOf(lw) != items) {
         lw->clear();
@@ -490,7 +494,8 @@ void FormBinder::OrderRows(QWidget* container) {
     rows.push_back(b.get());
   }
   std::stable_sort(rows.begin(), rows.end(), [](const Binding* a, const Binding* b) {
-    const int ta = static_cast<Label*>(a->control)->Top(), tb = static_cast<Label*>(b->control)->Top();
+    const int ta = static_cast<Label*>(a->control)->Top(),
+              tb = static_cast<Label*>(b->control)->Top();
     return ta != tb ? ta < tb : a->order < b->order;
   });
   bool inOrder = true;
@@ -498,7 +503,8 @@ void FormBinder::OrderRows(QWidget* container) {
     inOrder = layout->indexOf(rows[i]->widget) == static_cast<int>(i);
   if (inOrder) return;
   for (Binding* b : rows) layout->removeWidget(b->widget);
-  for (size_t i = 0; i < rows.size(); ++i) layout->insertWidget(static_cast<int>(i), rows[i]->widget);
+  for (size_t i = 0; i < rows.size(); ++i)
+    layout->insertWidget(static_cast<int>(i), rows[i]->widget);
 }
 
 bool FormBinder::eventFilter(QObject* watched, QEvent* event) {
@@ -510,7 +516,8 @@ bool FormBinder::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::KeyPress:
       if (!b->widget->isEnabled()) break;
-      if (qobject_cast<QAbstractSpinBox*>(b->widget) && dynamic_cast<UpDown*>(c) && OnSpinInput(*b, event))
+      if (qobject_cast<QAbstractSpinBox*>(b->widget) && dynamic_cast<UpDown*>(c) &&
+          OnSpinInput(*b, event))
         return true;
       return OnKeyPress(*b, watched, event);
     case QEvent::MouseButtonPress:
@@ -600,9 +607,12 @@ bool FormBinder::OnSpinInput(Binding& b, QEvent* event) {
     }
     case QEvent::KeyPress: {
       const int k = static_cast<QKeyEvent*>(event)->key();
-      if (k == Qt::Key_Up || k == Qt::Key_PageUp) dir = 1;
-      else if (k == Qt::Key_Down || k == Qt::Key_PageDown) dir = -1;
-      else return false;
+      if (k == Qt::Key_Up || k == Qt::Key_PageUp)
+        dir = 1;
+      else if (k == Qt::Key_Down || k == Qt::Key_PageDown)
+        dir = -1;
+      else
+        return false;
       break;
     }
     default:

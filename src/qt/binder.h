@@ -81,7 +81,7 @@ class FormBinder : public QObject {
   ui::Form& form_;
   QPointer<QWidget> root_;
   int observer_ = 0;
-  int updating_ = 0;          // > 0 while the binder writes to widgets
+  int updating_ = 0;            // > 0 while the binder writes to widgets
   bool forwardingKey_ = false;  // a key the binder itself re-sends
   // A Validate that cancelled the leaving: focus goes back to `keep`, and the
   // focus events of the round trip are not reported.

@@ -3,7 +3,8 @@
 namespace amp {
 
 void DeskHost::MakeDesk(Timer& timer, Dialogs& dialogs, SettingsStore& settings) {
-  desk = std::make_unique<AmpDesk>(AmpDeskHost{port, slots, sock, timer, pump, clock, dialogs, settings});
+  desk = std::make_unique<AmpDesk>(
+      AmpDeskHost{port, slots, sock, timer, pump, clock, dialogs, settings});
 }
 
 bool DeskHost::OpenTrace(const std::string& path, std::string* error) {

@@ -156,8 +156,10 @@ std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOpt
       o.help = true;
     } else if (a == "--demo") {
       o.demo = true;
-      if (inlineValue) o.demoProfile = *inlineValue;
-      else if (i + 1 < args.size() && !StartsWith(args[i + 1], "-")) o.demoProfile = args[++i];
+      if (inlineValue)
+        o.demoProfile = *inlineValue;
+      else if (i + 1 < args.size() && !StartsWith(args[i + 1], "-"))
+        o.demoProfile = args[++i];
     } else if (a == "--sim-arg") {
       if (auto err = value(&v); !err.empty()) return err;
       o.simArgs.push_back(v);
@@ -178,7 +180,8 @@ std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOpt
     } else if (a == "--settings") {
       if (auto err = value(&o.lineSettings); !err.empty()) return err;
       if (std::count(o.lineSettings.begin(), o.lineSettings.end(), ',') != 3)
-        return "bad line settings '" + o.lineSettings + "' (baud,parity,data,stop such as 9600,N,8,1)";
+        return "bad line settings '" + o.lineSettings +
+               "' (baud,parity,data,stop such as 9600,N,8,1)";
     } else if (a == "--address") {
       if (auto err = value(&o.address); !err.empty()) return err;
       if (o.address.size() != 1 || o.address[0] < 'A' || o.address[0] > 'Z')
@@ -208,13 +211,16 @@ std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOpt
     return "--settings and --address go with --serial";
   if (!o.serialDevice.empty()) {
     ComSlots probe;
-    if (SlotForDevice(probe, o.serialDevice) == 0) return "bad serial port '" + o.serialDevice + "' (COM1..COM10 or a device path)";
+    if (SlotForDevice(probe, o.serialDevice) == 0)
+      return "bad serial port '" + o.serialDevice + "' (COM1..COM10 or a device path)";
   }
   return {};
 }
 
 DesktopApp::DesktopApp(DesktopOptions options)
-    : onEnd([] { QCoreApplication::quit(); }), options_(std::move(options)), host_(DefaultComSlots()) {}
+    : onEnd([] { QCoreApplication::quit(); }),
+      options_(std::move(options)),
+      host_(DefaultComSlots()) {}
 
 DesktopApp::~DesktopApp() {
   // The binder and the window go before the panel they show.
@@ -231,10 +237,12 @@ bool DesktopApp::Start(std::string* error) {
     storedSettings_ = std::make_unique<IniSettingsStore>(options_.settingsFile);
   } else if (options_.demo) {
     if (!demoDir_.isValid()) {
-      *error = "cannot create a folder for the demo's settings: " + demoDir_.errorString().toStdString();
+      *error =
+          "cannot create a folder for the demo's settings: " + demoDir_.errorString().toStdString();
       return false;
     }
-    storedSettings_ = std::make_unique<IniSettingsStore>(demoDir_.filePath("AmpDesk.ini").toStdString());
+    storedSettings_ =
+        std::make_unique<IniSettingsStore>(demoDir_.filePath("AmpDesk.ini").toStdString());
   } else {
     storedSettings_ = std::make_unique<QtSettingsStore>();
   }
@@ -258,7 +266,8 @@ bool DesktopApp::Start(std::string* error) {
     std::vector<std::string> args = {"--tcp", "127.0.0.1:0"};
     if (!options_.demoProfile.empty()) args.insert(args.end(), {"--profile", options_.demoProfile});
     args.insert(args.end(), options_.simArgs.begin(), options_.simArgs.end());
-    if (!sim_.Start(SimProcess::Locate(QCoreApplication::applicationDirPath().toStdString()), args, error))
+    if (!sim_.Start(SimProcess::Locate(QCoreApplication::applicationDirPath().toStdString()), args,
+                    error))
       return false;
     host = sim_.TcpHost();
     tcpPort = sim_.TcpPort();
@@ -274,7 +283,8 @@ bool DesktopApp::Start(std::string* error) {
     settings_->Override("EthPort", std::to_string(tcpPort));
   } else if (!options_.serialDevice.empty()) {
     settings_->Override("UseEnet", "False");
-    settings_->Override("CurrentPort", std::to_string(SlotForDevice(host_.slots, options_.serialDevice)));
+    settings_->Override("CurrentPort",
+                        std::to_string(SlotForDevice(host_.slots, options_.serialDevice)));
     if (!options_.lineSettings.empty()) settings_->Override("ComSettings", options_.lineSettings);
     if (!options_.address.empty()) {
       // One address: the connect polls it instead of searching.
@@ -339,7 +349,8 @@ void DesktopApp::RunScriptOnceConnected() {
     if (clock->elapsed() > kScriptConnectWaitMs) {
       check->stop();
       check->deleteLater();
-      std::fprintf(stderr, "ampdesk: %s: no session with the unit after %d s; the script did not run\n",
+      std::fprintf(stderr,
+                   "ampdesk: %s: no session with the unit after %d s; the script did not run\n",
                    scriptName_.c_str(), kScriptConnectWaitMs / 1000);
       scriptFailed_ = true;
       scriptEnded_ = true;
@@ -427,7 +438,8 @@ void DesktopApp::TakeScreenshot() {
                  modal->windowTitle().toStdString().c_str());
   const QString path = QString::fromStdString(options_.screenshot);
   if (!window_->grab().save(path, "PNG")) {
-    std::fprintf(stderr, "ampdesk: cannot save the screenshot to %s\n", options_.screenshot.c_str());
+    std::fprintf(stderr, "ampdesk: cannot save the screenshot to %s\n",
+                 options_.screenshot.c_str());
     screenshotFailed_ = true;
   }
   window_->close();

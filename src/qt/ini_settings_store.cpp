@@ -13,7 +13,8 @@ std::string IniSettingsStore::GetSetting(const std::string& app, const std::stri
   if (!settings.contains(name)) return fallback;
   const QVariant value = settings.value(name);
   // A hand-edited line with an unquoted comma reads back as a list.
-  if (value.userType() == QMetaType::QStringList) return value.toStringList().join(',').toStdString();
+  if (value.userType() == QMetaType::QStringList)
+    return value.toStringList().join(',').toStdString();
   return value.toString().toStdString();
 }
 
@@ -24,8 +25,8 @@ void IniSettingsStore::SaveSetting(const std::string& app, const std::string& se
   settings.setValue(QString::fromStdString(key), QString::fromStdString(value));
   settings.endGroup();
   settings.sync();
-  lastError_ = settings.status() == QSettings::NoError ? std::string()
-                                                        : "Cannot save settings to " + path_;
+  lastError_ =
+      settings.status() == QSettings::NoError ? std::string() : "Cannot save settings to " + path_;
 }
 
 }  // namespace amp

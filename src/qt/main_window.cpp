@@ -6,7 +6,8 @@
 
 namespace amp {
 
-MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
   ui_->setupUi(this);
   // The status lists are display panels: the field colour of the desktop's
   // palette behind them, so they read as one surface in light and dark themes.

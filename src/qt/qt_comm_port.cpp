@@ -40,11 +40,16 @@ bool IsPseudoTerminal(const std::string& path) {
 
 QSerialPort::Parity ToQt(char parity) {
   switch (parity) {
-    case 'E': return QSerialPort::EvenParity;
-    case 'O': return QSerialPort::OddParity;
-    case 'M': return QSerialPort::MarkParity;
-    case 'S': return QSerialPort::SpaceParity;
-    default: return QSerialPort::NoParity;
+    case 'E':
+      return QSerialPort::EvenParity;
+    case 'O':
+      return QSerialPort::OddParity;
+    case 'M':
+      return QSerialPort::MarkParity;
+    case 'S':
+      return QSerialPort::SpaceParity;
+    default:
+      return QSerialPort::NoParity;
   }
 }
 
@@ -55,26 +60,29 @@ QSerialPort::StopBits StopToQt(int halves) {
 
 }  // namespace
 
-QtCommPort::QtCommPort(const ComSlots& table) : table_(table), port_(std::make_unique<QSerialPort>()) {
+QtCommPort::QtCommPort(const ComSlots& table)
+    : table_(table), port_(std::make_unique<QSerialPort>()) {
   // The signal may come from inside a Qt call of ours (a read that hits a
   // vanished device); only note it here and close at a safe point, either the
   // next call into this port or the event loop.
-  QObject::connect(port_.get(), &QSerialPort::errorOccurred, port_.get(),
-                   [this](QSerialPort::SerialPortError error) {
-                     if (lost_) return;
-                     // A pulled adapter shows as ResourceError; a hung-up
-                     // pseudo-terminal as a read or write error on a line
-                     // that reports the hang-up.
-                     const bool gone = error == QSerialPort::ResourceError ||
-                                       ((error == QSerialPort::ReadError || error == QSerialPort::WriteError) &&
-                                        HungUp(port_->handle()));
-                     if (!gone) return;
-                     lost_ = true;
-                     lostError_ = Name() + " is no longer available: the device was disconnected or hung up";
-                     if (error == QSerialPort::ResourceError)
-                       lostError_ += " (" + port_->errorString().toStdString() + ")";
-                     QMetaObject::invokeMethod(port_.get(), [this] { HandleLoss(); }, Qt::QueuedConnection);
-                   });
+  QObject::connect(
+      port_.get(), &QSerialPort::errorOccurred, port_.get(),
+      [this](QSerialPort::SerialPortError error) {
+        if (lost_) return;
+        // A pulled adapter shows as ResourceError; a hung-up
+        // pseudo-terminal as a read or write error on a line
+        // that reports the hang-up.
+        const bool gone = error == QSerialPort::ResourceError ||
+                          ((error == QSerialPort::ReadError || error == QSerialPort::WriteError) &&
+                           HungUp(port_->handle()));
+        if (!gone) return;
+        lost_ = true;
+        lostError_ = Name() + " is no longer available: the device was disconnected or hung up";
+        if (error == QSerialPort::ResourceError)
+          lostError_ += " (" + port_->errorString().toStdString() + ")";
+        QMetaObject::invokeMethod(
+            port_.get(), [this] { HandleLoss(); }, Qt::QueuedConnection);
+      });
 }
 
 QtCommPort::~QtCommPort() {
@@ -83,7 +91,8 @@ QtCommPort::~QtCommPort() {
 }
 
 std::string QtCommPort::Name() const {
-  return "COM" + std::to_string(number_) + " (" + (path_.empty() ? table_.Path(number_) : path_) + ")";
+  return "COM" + std::to_string(number_) + " (" + (path_.empty() ? table_.Path(number_) : path_) +
+         ")";
 }
 
 bool QtCommPort::ParseSettings(std::string_view text, Line* line) {
@@ -103,7 +112,8 @@ bool QtCommPort::ParseSettings(std::string_view text, Line* line) {
   if (fields[1].size() != 1) return false;
   parsed.parity = static_cast<char>(std::toupper(static_cast<unsigned char>(fields[1][0])));
   if (std::string_view("NEOMS").find(parsed.parity) == std::string_view::npos) return false;
-  if (!ParseInt(fields[2], &parsed.dataBits) || parsed.dataBits < 5 || parsed.dataBits > 8) return false;
+  if (!ParseInt(fields[2], &parsed.dataBits) || parsed.dataBits < 5 || parsed.dataBits > 8)
+    return false;
   if (fields[3] == "1") {
     parsed.stopHalves = 2;
   } else if (fields[3] == "1.5") {
@@ -180,7 +190,8 @@ std::string QtCommPort::SetPortOpen(bool open) {
     // Qt reports a device held by another program (its lock file, or the
     // exclusive flag on the line) as a permission error.
     if (port_->error() == QSerialPort::PermissionError &&
-        (why.find("locking the device") != std::string::npos || why.find("busy") != std::string::npos))
+        (why.find("locking the device") != std::string::npos ||
+         why.find("busy") != std::string::npos))
       why = "the device is in use by another program (" + why + ")";
     port_->clearError();
     return "Cannot open " + path + ": " + why;
@@ -250,7 +261,8 @@ std::string QtCommPort::Input() {
   std::string out = stash_.substr(0, std::min(want, stash_.size()));
   stash_.erase(0, out.size());
   if (out.size() < want && port_->isOpen()) {
-    const QByteArray more = want == SIZE_MAX ? port_->readAll() : port_->read(static_cast<qint64>(want - out.size()));
+    const QByteArray more =
+        want == SIZE_MAX ? port_->readAll() : port_->read(static_cast<qint64>(want - out.size()));
     out.append(more.constData(), static_cast<size_t>(more.size()));
   }
   return out;
@@ -274,8 +286,9 @@ std::string QtCommPort::Output(std::string_view bytes) {
   while (port_->isOpen() && port_->bytesToWrite() > 0 && !lost_) {
     const qint64 left = limit - clock.elapsed();
     if (left <= 0) return "Timed out writing to " + Name();
-    if (!port_->waitForBytesWritten(static_cast<int>(left)) && port_->error() != QSerialPort::TimeoutError &&
-        port_->error() != QSerialPort::NoError && !lost_) {
+    if (!port_->waitForBytesWritten(static_cast<int>(left)) &&
+        port_->error() != QSerialPort::TimeoutError && port_->error() != QSerialPort::NoError &&
+        !lost_) {
       const std::string why = port_->errorString().toStdString();
       port_->clearError();
       return "Write to " + Name() + " failed: " + why;
@@ -302,7 +315,8 @@ bool QtCommPort::WaitForInput(int ms) {
   for (;;) {
     if (port_->waitForReadyRead(left)) break;
     if (lost_ || port_->bytesAvailable() > 0) break;
-    const bool failed = port_->error() != QSerialPort::NoError && port_->error() != QSerialPort::TimeoutError;
+    const bool failed =
+        port_->error() != QSerialPort::NoError && port_->error() != QSerialPort::TimeoutError;
     port_->clearError();
     left = ms - static_cast<int>(clock.elapsed());
     if (left <= 0) break;

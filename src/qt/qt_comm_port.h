@@ -44,17 +44,17 @@ class QtCommPort final : public CommPort {
   // text is not a valid setting.
   struct Line {
     int baud = 9600;
-    char parity = 'N';  // N E O M S
-    int dataBits = 8;   // 5..8
+    char parity = 'N';   // N E O M S
+    int dataBits = 8;    // 5..8
     int stopHalves = 2;  // stop bits times two: 2, 3 (1.5) or 4
   };
   static bool ParseSettings(std::string_view text, Line* line);
 
  private:
-  std::string Name() const;        // "COM3 (/dev/ttyUSB0)"
+  std::string Name() const;  // "COM3 (/dev/ttyUSB0)"
   bool ApplyLine(const Line& line);
-  void PullFromHost();             // take in what arrived, without blocking
-  void HandleLoss();               // the device went away: keep its bytes, close
+  void PullFromHost();  // take in what arrived, without blocking
+  void HandleLoss();    // the device went away: keep its bytes, close
 
   const ComSlots& table_;
   std::unique_ptr<QSerialPort> port_;
@@ -63,9 +63,9 @@ class QtCommPort final : public CommPort {
   Line line_;
   bool rts_ = false;
   int inputLen_ = 0;
-  std::string path_;    // device of the open port
-  std::string stash_;   // bytes received before the device went away
-  bool lost_ = false;   // set from the error signal; handled at the next call
+  std::string path_;   // device of the open port
+  std::string stash_;  // bytes received before the device went away
+  bool lost_ = false;  // set from the error signal; handled at the next call
   std::string lostError_;
 };
 

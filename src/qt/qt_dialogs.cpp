@@ -22,7 +22,8 @@ class CloseToUnload : public QObject {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() != QEvent::Close || !form_.Loaded()) return QObject::eventFilter(watched, event);
+    if (event->type() != QEvent::Close || !form_.Loaded())
+      return QObject::eventFilter(watched, event);
     event->ignore();
     if (form_.QueryUnload) form_.QueryUnload();
     if (form_.Loaded()) form_.Unload();
@@ -39,7 +40,8 @@ void QtDialogs::RegisterForm(const std::string& formName, FormFactory factory) {
   factories_[formName] = std::move(factory);
 }
 
-std::unique_ptr<QWidget> QtDialogs::BuildWindow(const std::string& formName, QWidget* parent) const {
+std::unique_ptr<QWidget> QtDialogs::BuildWindow(const std::string& formName,
+                                                QWidget* parent) const {
   auto it = factories_.find(formName);
   return it == factories_.end() ? nullptr : it->second(parent);
 }
@@ -50,11 +52,21 @@ MsgResult QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon
   box.setWindowTitle(Q(title));
   box.setText(Q(text));
   switch (icon) {
-    case MsgIcon::Critical: box.setIcon(QMessageBox::Critical); break;
-    case MsgIcon::Question: box.setIcon(QMessageBox::Question); break;
-    case MsgIcon::Exclamation: box.setIcon(QMessageBox::Warning); break;
-    case MsgIcon::Information: box.setIcon(QMessageBox::Information); break;
-    case MsgIcon::None: box.setIcon(QMessageBox::NoIcon); break;
+    case MsgIcon::Critical:
+      box.setIcon(QMessageBox::Critical);
+      break;
+    case MsgIcon::Question:
+      box.setIcon(QMessageBox::Question);
+      break;
+    case MsgIcon::Exclamation:
+      box.setIcon(QMessageBox::Warning);
+      break;
+    case MsgIcon::Information:
+      box.setIcon(QMessageBox::Information);
+      break;
+    case MsgIcon::None:
+      box.setIcon(QMessageBox::NoIcon);
+      break;
   }
   switch (buttons) {
     case MsgButtons::OK:
@@ -78,18 +90,27 @@ MsgResult QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon
   }
   const int r = box.exec();
   switch (r) {
-    case QMessageBox::Ok: return MsgResult::OK;
-    case QMessageBox::Yes: return MsgResult::Yes;
-    case QMessageBox::No: return MsgResult::No;
-    case QMessageBox::Retry: return MsgResult::Retry;
-    case QMessageBox::Cancel: return MsgResult::Cancel;
-    default: break;
+    case QMessageBox::Ok:
+      return MsgResult::OK;
+    case QMessageBox::Yes:
+      return MsgResult::Yes;
+    case QMessageBox::No:
+      return MsgResult::No;
+    case QMessageBox::Retry:
+      return MsgResult::Retry;
+    case QMessageBox::Cancel:
+      return MsgResult::Cancel;
+    default:
+      break;
   }
   // Closed some other way (the application is quitting): the safe answer.
   switch (buttons) {
-    case MsgButtons::OK: return MsgResult::OK;
-    case MsgButtons::YesNo: return MsgResult::No;
-    default: return MsgResult::Cancel;
+    case MsgButtons::OK:
+      return MsgResult::OK;
+    case MsgButtons::YesNo:
+      return MsgResult::No;
+    default:
+      return MsgResult::Cancel;
   }
 }
 
@@ -150,8 +171,10 @@ void QtDialogs::ShowModal(ui::Form& form) {
     window->hide();
   }
   active_ = previous;
-  if (previous) previous->activateWindow();
-  else if (parent_) parent_->activateWindow();
+  if (previous)
+    previous->activateWindow();
+  else if (parent_)
+    parent_->activateWindow();
 }
 
 }  // namespace amp

@@ -14,7 +14,8 @@ std::unique_ptr<QSettings> Open(const std::string& directory, const std::string&
   if (directory.empty())
     return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, kOrganization,
                                        QString::fromStdString(app));
-  const QString file = QDir(QString::fromStdString(directory)).filePath(QString::fromStdString(app) + ".ini");
+  const QString file =
+      QDir(QString::fromStdString(directory)).filePath(QString::fromStdString(app) + ".ini");
   return std::make_unique<QSettings>(file, QSettings::IniFormat);
 }
 
@@ -34,12 +35,13 @@ std::string QtSettingsStore::GetSetting(const std::string& app, const std::strin
   if (!settings->contains(name)) return fallback;
   const QVariant value = settings->value(name);
   // A hand-edited line with an unquoted comma reads back as a list.
-  if (value.userType() == QMetaType::QStringList) return value.toStringList().join(',').toStdString();
+  if (value.userType() == QMetaType::QStringList)
+    return value.toStringList().join(',').toStdString();
   return value.toString().toStdString();
 }
 
-void QtSettingsStore::SaveSetting(const std::string& app, const std::string& section, const std::string& key,
-                                  const std::string& value) {
+void QtSettingsStore::SaveSetting(const std::string& app, const std::string& section,
+                                  const std::string& key, const std::string& value) {
   auto settings = Open(directory_, app);
   settings->beginGroup(QString::fromStdString(section));
   settings->setValue(QString::fromStdString(key), QString::fromStdString(value));

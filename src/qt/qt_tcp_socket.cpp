@@ -19,21 +19,30 @@ bool Has(const std::string& text, const char* word) {
 
 long Scode(int number) {
   // The control reports errors as a 32-bit HRESULT in the control facility.
-  return static_cast<long>(static_cast<int32_t>(0x800A0000u | static_cast<uint32_t>(number & 0xFFFF)));
+  return static_cast<long>(
+      static_cast<int32_t>(0x800A0000u | static_cast<uint32_t>(number & 0xFFFF)));
 }
 
 }  // namespace
 
 int QtTcpSocket::ErrorNumber(int qtError, const std::string& qtText) {
   switch (static_cast<QAbstractSocket::SocketError>(qtError)) {
-    case QAbstractSocket::ConnectionRefusedError: return 10061;
-    case QAbstractSocket::HostNotFoundError: return 11001;
-    case QAbstractSocket::SocketTimeoutError: return 10060;
-    case QAbstractSocket::SocketAccessError: return 10013;
-    case QAbstractSocket::SocketResourceError: return 10055;
-    case QAbstractSocket::AddressInUseError: return 10048;
-    case QAbstractSocket::SocketAddressNotAvailableError: return 10049;
-    case QAbstractSocket::RemoteHostClosedError: return 10054;
+    case QAbstractSocket::ConnectionRefusedError:
+      return 10061;
+    case QAbstractSocket::HostNotFoundError:
+      return 11001;
+    case QAbstractSocket::SocketTimeoutError:
+      return 10060;
+    case QAbstractSocket::SocketAccessError:
+      return 10013;
+    case QAbstractSocket::SocketResourceError:
+      return 10055;
+    case QAbstractSocket::AddressInUseError:
+      return 10048;
+    case QAbstractSocket::SocketAddressNotAvailableError:
+      return 10049;
+    case QAbstractSocket::RemoteHostClosedError:
+      return 10054;
     case QAbstractSocket::NetworkError:
       // Qt reports these causes as one code; its text names the cause.
       if (Has(qtText, "timed out")) return 10060;
@@ -49,19 +58,32 @@ int QtTcpSocket::ErrorNumber(int qtError, const std::string& qtText) {
 
 std::string QtTcpSocket::ErrorDescription(int number, const std::string& qtText) {
   switch (number) {
-    case 10013: return "Permission denied";
-    case 10048: return "Address in use";
-    case 10049: return "Address not available from the local machine";
-    case 10050: return "Network subsystem failed" + (qtText.empty() ? std::string() : ": " + qtText);
-    case 10051: return "The network cannot be reached from this host at this time";
-    case 10053: return "Connection is aborted due to timeout or other failure";
-    case 10054: return "Connection is reset by remote side";
-    case 10055: return "No buffer space is available";
-    case 10060: return "Connection timed out";
-    case 10061: return "Connection is forcefully rejected";
-    case 10065: return "Host is unreachable";
-    case 11001: return "Authoritative answer: Host not found";
-    default: return qtText.empty() ? "Socket error " + std::to_string(number) : qtText;
+    case 10013:
+      return "Permission denied";
+    case 10048:
+      return "Address in use";
+    case 10049:
+      return "Address not available from the local machine";
+    case 10050:
+      return "Network subsystem failed" + (qtText.empty() ? std::string() : ": " + qtText);
+    case 10051:
+      return "The network cannot be reached from this host at this time";
+    case 10053:
+      return "Connection is aborted due to timeout or other failure";
+    case 10054:
+      return "Connection is reset by remote side";
+    case 10055:
+      return "No buffer space is available";
+    case 10060:
+      return "Connection timed out";
+    case 10061:
+      return "Connection is forcefully rejected";
+    case 10065:
+      return "Host is unreachable";
+    case 11001:
+      return "Authoritative answer: Host not found";
+    default:
+      return qtText.empty() ? "Socket error " + std::to_string(number) : qtText;
   }
 }
 
@@ -118,7 +140,8 @@ QtTcpSocket::~QtTcpSocket() {
   // loop run by exec(), which a command-line run may never start); the
   // events still queued see alive false and do nothing.
   if (QCoreApplication* app = QCoreApplication::instance())
-    QMetaObject::invokeMethod(app, [queue = queue_] { delete queue; }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        app, [queue = queue_] { delete queue; }, Qt::QueuedConnection);
 }
 
 template <typename F>
@@ -160,13 +183,20 @@ int QtTcpSocket::State() const {
   if (failed_) return sckError;
   if (peerClosed_) return sckClosing;
   switch (sock_->state()) {
-    case QAbstractSocket::UnconnectedState: return sckClosed;
-    case QAbstractSocket::HostLookupState: return sckResolvingHost;
-    case QAbstractSocket::ConnectingState: return sckConnecting;
-    case QAbstractSocket::ConnectedState: return sckConnected;
-    case QAbstractSocket::BoundState: return sckOpen;
-    case QAbstractSocket::ListeningState: return sckListening;
-    case QAbstractSocket::ClosingState: return sckClosing;
+    case QAbstractSocket::UnconnectedState:
+      return sckClosed;
+    case QAbstractSocket::HostLookupState:
+      return sckResolvingHost;
+    case QAbstractSocket::ConnectingState:
+      return sckConnecting;
+    case QAbstractSocket::ConnectedState:
+      return sckConnected;
+    case QAbstractSocket::BoundState:
+      return sckOpen;
+    case QAbstractSocket::ListeningState:
+      return sckListening;
+    case QAbstractSocket::ClosingState:
+      return sckClosing;
   }
   return sckClosed;
 }
@@ -198,7 +228,8 @@ void QtTcpSocket::Connect() {
 
 void QtTcpSocket::SendData(std::string_view bytes) {
   if (State() != sckConnected) {
-    PostError(kBadState, "Wrong protocol or connection state for the requested transaction or request");
+    PostError(kBadState,
+              "Wrong protocol or connection state for the requested transaction or request");
     return;
   }
   if (bytes.empty()) return;

@@ -57,11 +57,11 @@ class QtTcpSocket final : public TcpSocket {
   QObject* queue_ = nullptr;  // receives the posted events; see the destructor
   std::string host_;
   int port_ = 0;
-  std::string rx_;          // received and not yet taken by GetData
-  bool failed_ = false;     // an error ended the connection: state 9
-  bool peerClosed_ = false; // the peer closed: state 8
-  bool quiet_ = false;      // our own abort: Qt's signals are not events
-  uint64_t generation_ = 0; // bumped by Connect/Close to drop stale events
+  std::string rx_;           // received and not yet taken by GetData
+  bool failed_ = false;      // an error ended the connection: state 9
+  bool peerClosed_ = false;  // the peer closed: state 8
+  bool quiet_ = false;       // our own abort: Qt's signals are not events
+  uint64_t generation_ = 0;  // bumped by Connect/Close to drop stale events
   // Shared with the queued events, which outlive this object.
   struct Life {
     bool alive = true;

@@ -21,7 +21,8 @@ QtTimer::~QtTimer() {
   if (running_) {
     QTimer* timer = timer_.release();
     if (QCoreApplication* app = QCoreApplication::instance())
-      QMetaObject::invokeMethod(app, [timer] { delete timer; }, Qt::QueuedConnection);
+      QMetaObject::invokeMethod(
+          app, [timer] { delete timer; }, Qt::QueuedConnection);
   }
 }
 

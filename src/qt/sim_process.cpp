@@ -58,7 +58,8 @@ bool SimProcess::Start(const std::string& program, const std::vector<std::string
   }
   QDeadlineTimer deadline(timeoutMs);
   while (!deadline.hasExpired()) {
-    if (!proc_->canReadLine() && !proc_->waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
+    if (!proc_->canReadLine() &&
+        !proc_->waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
       if (proc_->state() == QProcess::NotRunning) break;
       continue;
     }

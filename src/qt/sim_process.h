@@ -19,8 +19,8 @@ class SimProcess {
 
   // Starts `program` with `args` and waits for its ready line. False with a
   // reason in `error` when it cannot start or does not get ready in time.
-  bool Start(const std::string& program, const std::vector<std::string>& args,
-             std::string* error, int timeoutMs = 10000);
+  bool Start(const std::string& program, const std::vector<std::string>& args, std::string* error,
+             int timeoutMs = 10000);
   void Stop();
 
   int TcpPort() const { return tcpPort_; }

@@ -22,7 +22,12 @@ class FirstRead {
  public:
   FirstRead(Comms& comms, UnitDescriptor& unit, ui::FrmMain& frm, PanelState& state,
             StatusDisplay& status, SessionValues& values)
-      : c_(comms), u_(unit), f_(frm), s_(state), d_(status), v_(values),
+      : c_(comms),
+        u_(unit),
+        f_(frm),
+        s_(state),
+        d_(status),
+        v_(values),
         setup_(comms, unit, frm, state, values) {}
 
   void FirstTimeRead();

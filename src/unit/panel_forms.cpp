@@ -33,12 +33,12 @@ void FirstRead::ClearForm() {
   setup_.ClearSubBands();
 
   for (ui::TextBox* t :
-       {&f_.txtFrmRev, &f_.txtCplDate, &f_.txtPN,     &f_.txtSN,       &f_.txtAdr,
-        &f_.txtDateTime, &f_.txtAtnDB, &f_.txtAtnCnt, &f_.txtLinAmp,   &f_.txtLinPhase,
-        &f_.txtPSHours, &f_.txtXmtHours, &f_.txtFdBm, &f_.txtFCnt,     &f_.txtRdBm,
-        &f_.txtRCnt,    &f_.txtFhiLvl, &f_.txtFloLvl, &f_.txtRhiLvl,   &f_.txtHelixV,
-        &f_.txtHelixI,  &f_.txtHeaterV, &f_.txtHelix2I, &f_.txtCS1,    &f_.txtCS2,
-        &f_.txtCS3,     &f_.txtCS4,    &f_.txtTemp,   &f_.txtTemp2,    &f_.txtConstLvl})
+       {&f_.txtFrmRev,   &f_.txtCplDate,  &f_.txtPN,      &f_.txtSN,     &f_.txtAdr,
+        &f_.txtDateTime, &f_.txtAtnDB,    &f_.txtAtnCnt,  &f_.txtLinAmp, &f_.txtLinPhase,
+        &f_.txtPSHours,  &f_.txtXmtHours, &f_.txtFdBm,    &f_.txtFCnt,   &f_.txtRdBm,
+        &f_.txtRCnt,     &f_.txtFhiLvl,   &f_.txtFloLvl,  &f_.txtRhiLvl, &f_.txtHelixV,
+        &f_.txtHelixI,   &f_.txtHeaterV,  &f_.txtHelix2I, &f_.txtCS1,    &f_.txtCS2,
+        &f_.txtCS3,      &f_.txtCS4,      &f_.txtTemp,    &f_.txtTemp2,  &f_.txtConstLvl})
     t->SetText("");
   for (ui::Label* l : {&f_.lblSBandFrq, &f_.lblRFFrqVal, &f_.lblTWTLife}) l->SetCaption("");
 
@@ -50,8 +50,8 @@ void FirstRead::ClearForm() {
 
   f_.mnuLEDMode.SetChecked(false);
   for (Control* hidden : Controls(f_.mnuPLog, f_.mnuCalFactor, f_.mnuLEDMode, f_.lblRFFrqVal,
-                                  f_.lblRFFrq, f_.lblTWTSrvc, f_.lblTWTLife, f_.Label12, f_.txtTemp2,
-                                  f_.Label14, f_.mnuLLDPCfg, f_.Label2, f_.txtAtnCnt))
+                                  f_.lblRFFrq, f_.lblTWTSrvc, f_.lblTWTLife, f_.Label12,
+                                  f_.txtTemp2, f_.Label14, f_.mnuLLDPCfg, f_.Label2, f_.txtAtnCnt))
     hidden->SetVisible(false);
   f_.UpDown2.SetVisible(false);  // the count field's arrows go with the field
   // The inlet temperature lives in the fields just hidden.
@@ -100,11 +100,11 @@ void FirstRead::DisableForm() {
                        f_.cmbFloTripType, f_.cmbRhiTripType, f_.mnuAtnCal, f_.mnuLoadFile,
                        f_.mnuSaveAs, f_.mnuMfgInfo, f_.mnuISense, f_.mnuDnldFltLog));
   if (f_.mnuFaultLog.Visible()) off.push_back(&f_.mnuFaultLog);
-  Append(off, Controls(f_.mnuRRfOffset, f_.mnuFltAlm, f_.Command7, f_.mnu2ndUmbilical,
-                       f_.mnuEnetCfg, f_.mnuMaxPwrLvl, f_.mnuAmpCom, f_.mnuRfBandCfg,
-                       f_.mnuStartupCfg, f_.mnuClrHrs, f_.mnuWatts, f_.btnFaultReset, f_.mnuHtrStby,
-                       f_.mnuSumFltTest, f_.mnuAutoClrBUC, f_.mnuGainBal, f_.mnuModelCfgPN,
-                       f_.mnuTempTripLevels));
+  Append(off,
+         Controls(f_.mnuRRfOffset, f_.mnuFltAlm, f_.Command7, f_.mnu2ndUmbilical, f_.mnuEnetCfg,
+                  f_.mnuMaxPwrLvl, f_.mnuAmpCom, f_.mnuRfBandCfg, f_.mnuStartupCfg, f_.mnuClrHrs,
+                  f_.mnuWatts, f_.btnFaultReset, f_.mnuHtrStby, f_.mnuSumFltTest, f_.mnuAutoClrBUC,
+                  f_.mnuGainBal, f_.mnuModelCfgPN, f_.mnuTempTripLevels));
 
   for (Control* c : off) {
     c->SetEnabled(false);
@@ -119,13 +119,13 @@ void FirstRead::DisableForm() {
 }
 
 void FirstRead::EnableForm() {
-  std::vector<Control*> on = Controls(
-      f_.txtPN, f_.txtSN, f_.txtAdr, f_.txtDateTime, f_.txtAtnDB, f_.txtAtnCnt, f_.UpDown1,
-      f_.UpDown2, f_.UpDown3, f_.UpDown4, f_.txtLinAmp, f_.txtLinPhase, f_.cmbWgCfg, f_.cmbWgSw1,
-      f_.cmbWgSw2, f_.txtPSHours, f_.txtXmtHours, f_.txtConstLvl, f_.chkAutoMode, f_.chkPS,
-      f_.chkRFI, f_.chkConstPwr, f_.txtFhiLvl, f_.txtFloLvl, f_.txtRhiLvl, f_.cmbFhiTripType,
-      f_.cmbFloTripType, f_.cmbRhiTripType, f_.mnuSaveAs, f_.mnuLoadFile, f_.mnuMfgInfo,
-      f_.mnuISense, f_.mnuDnldFltLog);
+  std::vector<Control*> on =
+      Controls(f_.txtPN, f_.txtSN, f_.txtAdr, f_.txtDateTime, f_.txtAtnDB, f_.txtAtnCnt, f_.UpDown1,
+               f_.UpDown2, f_.UpDown3, f_.UpDown4, f_.txtLinAmp, f_.txtLinPhase, f_.cmbWgCfg,
+               f_.cmbWgSw1, f_.cmbWgSw2, f_.txtPSHours, f_.txtXmtHours, f_.txtConstLvl,
+               f_.chkAutoMode, f_.chkPS, f_.chkRFI, f_.chkConstPwr, f_.txtFhiLvl, f_.txtFloLvl,
+               f_.txtRhiLvl, f_.cmbFhiTripType, f_.cmbFloTripType, f_.cmbRhiTripType, f_.mnuSaveAs,
+               f_.mnuLoadFile, f_.mnuMfgInfo, f_.mnuISense, f_.mnuDnldFltLog);
   if (f_.mnuFaultLog.Visible()) on.push_back(&f_.mnuFaultLog);
   Append(on, Controls(f_.mnuRRfOffset, f_.mnuSumFltTest, f_.Command7, f_.mnu2ndUmbilical));
   if (f_.mnuUseEnet.Enabled() && f_.mnuUseEnet.Visible()) on.push_back(&f_.mnuEnetCfg);

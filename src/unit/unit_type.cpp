@@ -190,7 +190,9 @@ void SetUnitExtRefPresetFaultOption(Comms&, UnitDescriptor& u) {
   u.gExtRefPresetFault = HasExtRefFaults(u);
 }
 
-void SetUnitWGPressureFaultOption(Comms&, UnitDescriptor& u) { u.gWGPressureFault = u.gProjectID == 62; }
+void SetUnitWGPressureFaultOption(Comms&, UnitDescriptor& u) {
+  u.gWGPressureFault = u.gProjectID == 62;
+}
 
 void SetUnitWGArc1FaultOption(Comms&, UnitDescriptor& u) {
   u.gWGArc1Fault = OneOf(u.gProjectID, {114, 25, 26, 27});
@@ -200,7 +202,9 @@ void SetUnitWGArc2FaultOption(Comms&, UnitDescriptor& u) {
   u.gWGArc2Fault = OneOf(u.gProjectID, {114, 25, 26, 27});
 }
 
-void SetUnitExtRefLockFaultOption(Comms&, UnitDescriptor& u) { u.gExtRefLockFault = HasExtRefFaults(u); }
+void SetUnitExtRefLockFaultOption(Comms&, UnitDescriptor& u) {
+  u.gExtRefLockFault = HasExtRefFaults(u);
+}
 
 void SetUnit24VPresentFaultOption(Comms&, UnitDescriptor& u) {
   u.g24VPresentFault = OneOf(u.gProjectID, {38, 52});

@@ -42,10 +42,10 @@ TEST(Dates, SerialDayNumbersBackToDates) {
 }
 
 TEST(Dates, FirmwareCompileDateForms) {
-  for (const char* text : {"Nov 01 2008", "Nov  1 2008", "nov 1 2008", "NOV 01 2008",
-                           "November 1, 2008", "01-Nov-2008", "1 Nov 2008", "2008-11-01",
-                           "2008/11/01", "11/01/2008", "11-01-2008", "11/1/08", "01-Nov-08",
-                           "  Nov 01 2008  "}) {
+  for (const char* text :
+       {"Nov 01 2008", "Nov  1 2008", "nov 1 2008", "NOV 01 2008", "November 1, 2008",
+        "01-Nov-2008", "1 Nov 2008", "2008-11-01", "2008/11/01", "11/01/2008", "11-01-2008",
+        "11/1/08", "01-Nov-08", "  Nov 01 2008  "}) {
     const auto day = DateDaySerial(text);
     ASSERT_TRUE(day.has_value()) << text;
     EXPECT_EQ(*day, 39753) << text;
@@ -83,12 +83,34 @@ TEST(Dates, DatesWithATimeOfDay) {
 }
 
 TEST(Dates, TextsThatAreNoDate) {
-  for (const char* text :
-       {"", "   ", "NOT SET", "2008", "Nov 2008", "Nov 01", "11/01", "13/01/2008", "00/10/2008",
-        "Feb 29 2007", "Feb 30 2008", "Apr 31 2008", "Nox 01 2008", "Nov 01 2008 2009",
-        "Nov Dec 01", "12345-11-01", "2008-11-01 25:00", "2008-11-01 10:60",
-        "2008-11-01 13:00 PM", "2008-11-01 10:", "2008-11-01 :10", "2008.11.01",
-        "1.5", "V2.05", "Nov 01 0050", "Nov 01 2008\x03", "2008-2008-11", "11/01/2008 10:00 10:00"}) {
+  for (const char* text : {"",
+                           "   ",
+                           "NOT SET",
+                           "2008",
+                           "Nov 2008",
+                           "Nov 01",
+                           "11/01",
+                           "13/01/2008",
+                           "00/10/2008",
+                           "Feb 29 2007",
+                           "Feb 30 2008",
+                           "Apr 31 2008",
+                           "Nox 01 2008",
+                           "Nov 01 2008 2009",
+                           "Nov Dec 01",
+                           "12345-11-01",
+                           "2008-11-01 25:00",
+                           "2008-11-01 10:60",
+                           "2008-11-01 13:00 PM",
+                           "2008-11-01 10:",
+                           "2008-11-01 :10",
+                           "2008.11.01",
+                           "1.5",
+                           "V2.05",
+                           "Nov 01 0050",
+                           "Nov 01 2008\x03",
+                           "2008-2008-11",
+                           "11/01/2008 10:00 10:00"}) {
     EXPECT_FALSE(IsDate(text)) << text;
     EXPECT_FALSE(DateDaySerial(text).has_value()) << text;
   }

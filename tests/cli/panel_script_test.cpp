@@ -16,8 +16,8 @@
 namespace amp::cli {
 namespace {
 
-using ui::ParseScript;
 using ui::PanelScript;
+using ui::ParseScript;
 using ui::ScriptAction;
 using ui::ScriptError;
 using ui::ValidateScript;
@@ -171,9 +171,10 @@ TEST(PanelScriptCheck, ControlsAreFoundOnTheirFormsAndMustTakeTheAction) {
     if (auto bad = ParseScript(text, a)) return bad;
     return ValidateScript(a, forms);
   };
-  EXPECT_FALSE(check("click btnConnect\nclick mnuComPort(0)\nselect frmCom.cbBaud 9600\n"
-                     "click frmCom.optParity(2)\nclick frmAbout.cmdOK\nup UpDown1\ntype txtAtnDB 1\n"
-                     "dblclick lblSBandFrq\npoll\ndump\n"));
+  EXPECT_FALSE(
+      check("click btnConnect\nclick mnuComPort(0)\nselect frmCom.cbBaud 9600\n"
+            "click frmCom.optParity(2)\nclick frmAbout.cmdOK\nup UpDown1\ntype txtAtnDB 1\n"
+            "dblclick lblSBandFrq\npoll\ndump\n"));
   struct Case {
     const char* script;
     int line;
@@ -276,9 +277,9 @@ TEST(PanelScriptRun, KeysFocusListsUpDownAndDoubleClicksReachTheHandlers) {
   std::vector<int> keysSeen;
   keys.txtIn.KeyPress = [&](int& k) {
     keysSeen.push_back(k);
-    if (k >= '0' && k <= '9') k = 0;                     // digits are dropped
-    if (k >= 'a' && k <= 'z') k = std::toupper(k);       // letters raised
-    if (k == 13) keys.Unload();                          // Enter closes
+    if (k >= '0' && k <= '9') k = 0;                // digits are dropped
+    if (k >= 'a' && k <= 'z') k = std::toupper(k);  // letters raised
+    if (k == 13) keys.Unload();                     // Enter closes
   };
   keys.txtIn.GotFocus = [&] { ++gotFocus; };
   keys.txtIn.Validate = [&](bool& cancel) { cancel = keys.txtIn.Text().empty(); };
@@ -327,7 +328,8 @@ TEST(PanelScriptRun, KeysFocusListsUpDownAndDoubleClicksReachTheHandlers) {
   EXPECT_EQ(rig.dumps, (std::vector<std::string>{"frmKeys", "-"}));
   // A button without a handler and a refused value are told, not hidden.
   ASSERT_EQ(rig.notes.size(), 2u);
-  EXPECT_NE(rig.notes[0].find("line 9: frmKeys.txtIn keeps the focus"), std::string::npos) << rig.notes[0];
+  EXPECT_NE(rig.notes[0].find("line 9: frmKeys.txtIn keeps the focus"), std::string::npos)
+      << rig.notes[0];
   EXPECT_NE(rig.notes[1].find("line 18: frmKeys.cmdClose has no Click handler"), std::string::npos)
       << rig.notes[1];
 }

@@ -7,18 +7,31 @@ namespace amp::cli {
 namespace {
 
 TEST(ReadableReply, NamesTheControlBytesAndDropsTheChecksum) {
-  EXPECT_EQ(ReadableReply("\x06" "A1AB\x03" "Z"), "[ACK]A1AB[ETX]");
-  EXPECT_EQ(ReadableReply("\x15" "AN\x03" "q"), "[NAK]AN[ETX]");
-  EXPECT_EQ(ReadableReply("\x02" "A?P55.2\x03" "\r\n"), "[STX]A?P55.2[ETX]");
+  EXPECT_EQ(ReadableReply("\x06"
+                          "A1AB\x03"
+                          "Z"),
+            "[ACK]A1AB[ETX]");
+  EXPECT_EQ(ReadableReply("\x15"
+                          "AN\x03"
+                          "q"),
+            "[NAK]AN[ETX]");
+  EXPECT_EQ(ReadableReply("\x02"
+                          "A?P55.2\x03"
+                          "\r\n"),
+            "[STX]A?P55.2[ETX]");
   // Any other first byte has no readable form, but its text stays.
   EXPECT_EQ(ReadableReply("xAB\x03"), "AB[ETX]");
 }
 
 TEST(ReadableReply, NothingWithoutAnEndByteAfterTheFirstCharacter) {
   EXPECT_EQ(ReadableReply(""), "");
-  EXPECT_EQ(ReadableReply("\x06" "A1AB"), "");
+  EXPECT_EQ(ReadableReply("\x06"
+                          "A1AB"),
+            "");
   // An ETX in first place does not end the frame.
-  EXPECT_EQ(ReadableReply("\x03" "AB"), "");
+  EXPECT_EQ(ReadableReply("\x03"
+                          "AB"),
+            "");
   EXPECT_EQ(ReadableReply("\x06\x03"), "[ACK][ETX]");
 }
 
@@ -52,7 +65,8 @@ TEST(FormatSendLines, ShowsFailuresAndKeepsContinuationsInLine) {
   SendResult silent;
   silent.sent = true;
   EXPECT_EQ(FormatSendLines("?A", silent), std::vector<std::string>{"?A -> FAILED (no reply)"});
-  EXPECT_EQ(FormatSendLines("", SendResult{}), std::vector<std::string>{"(empty command: nothing sent)"});
+  EXPECT_EQ(FormatSendLines("", SendResult{}),
+            std::vector<std::string>{"(empty command: nothing sent)"});
 }
 
 }  // namespace

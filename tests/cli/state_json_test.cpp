@@ -35,8 +35,8 @@ TEST(StateJson, HoldsTheFormTheMessagesAndTheDialog) {
   main.txtAtnDB.SetText("12.5");
   main.FaultAbit[1].SetCaption("Over \"Temp\"\r\n");
   main.FaultAbit[1].SetTop(2);
-  std::vector<ConsoleDialogs::Shown> messages = {{"Connect", "Unit Not Found", true},
-                                                 {"Communication Error", "Not in Remote Mode", true}};
+  std::vector<ConsoleDialogs::Shown> messages = {
+      {"Connect", "Unit Not Found", true}, {"Communication Error", "Not in Remote Mode", true}};
   Dialog dlg;
   dlg.cbBaud.AddItem("9600");
   dlg.cbBaud.SetListIndex(0);
@@ -60,7 +60,8 @@ TEST(StateJson, HoldsTheFormTheMessagesAndTheDialog) {
   EXPECT_EQ(m[0].toObject()["title"].toString(), "Communication Error");
   EXPECT_EQ(m[0].toObject()["text"].toString(), "Not in Remote Mode");
   EXPECT_EQ(o["dialog"].toObject()["name"].toString(), "frmCom");
-  EXPECT_EQ(o["dialog"].toObject()["controls"].toObject()["cbBaud"].toObject()["text"].toString(), "9600");
+  EXPECT_EQ(o["dialog"].toObject()["controls"].toObject()["cbBaud"].toObject()["text"].toString(),
+            "9600");
 }
 
 TEST(StateJson, NoDialogIsNullAndKeysCanBeWrappedByTheCaller) {

@@ -3,9 +3,9 @@
 
 #include <memory>
 
+#include "command_rig.h"
 #include "commands/fault_config_cmds.h"
 #include "commands/reader_support.h"
-#include "command_rig.h"
 
 namespace amp {
 namespace {
@@ -16,8 +16,10 @@ using namespace test;
 Unit Twice(const std::string& command, const std::string& first, const std::string& second) {
   auto u = std::make_unique<ScriptedUnit>();
   for (const std::string* body : {&first, &second}) {
-    if (body->empty()) u->Refuse(command);
-    else u->Answer(command, *body);
+    if (body->empty())
+      u->Refuse(command);
+    else
+      u->Answer(command, *body);
   }
   return u;
 }
@@ -108,8 +110,8 @@ TEST(FaultConfigCmds, TempFaultLevelSendsTwiceThenFallsBack) {
   EXPECT_EQ(ReadTempFaultLevel(u->comms, false), "");
   EXPECT_EQ(u->sent, (std::vector<std::string>{"PBKF?", "PBKF?"}));
   // Both refused: ".?P136", whose blank must stand beyond 6.
-  for (const auto& [reply, expected] : {std::pair{".P136 80", "80"}, {".P13 81", "81"},
-                                        {".P1 82", ""}}) {
+  for (const auto& [reply, expected] :
+       {std::pair{".P136 80", "80"}, {".P13 81", "81"}, {".P1 82", ""}}) {
     u = Refusing("PBKF?");
     u->Answer(".?P136", reply);
     EXPECT_EQ(ReadTempFaultLevel(u->comms, false), expected) << reply;
@@ -178,8 +180,7 @@ TEST(FaultConfigCmds, TemperaturesAndTheirRanges) {
   EXPECT_FLOAT_EQ(ReadInletTemperature(u->comms), 25.4f);
   EXPECT_EQ(u->comms.gRespFields[0], "25");
   // A "?" in the address byte is found first and fails the test.
-  EXPECT_FLOAT_EQ(ReadInletTemperature(RawReply("?t", "?25", '?')->comms),
-                  -50.0f);
+  EXPECT_FLOAT_EQ(ReadInletTemperature(RawReply("?t", "?25", '?')->comms), -50.0f);
 
   EXPECT_EQ(ReadMaxCalTemp(Answering(".?P332", ".P332 85.5")->comms), "86");
   EXPECT_EQ(ReadMinCalTemp(Answering(".?P333", ".P333 -10")->comms), "-10");
@@ -237,12 +238,12 @@ TEST(FaultConfigCmds, CurrentSenseValues) {
   EXPECT_EQ(u->comms.gRespFields[1], "0013");
   EXPECT_EQ(u->comms.gRespFields[2], "0014");
   EXPECT_EQ(u->comms.gRespFields[3], "0015");
-  EXPECT_TRUE(ReadCurrentSense(Answering("?IiJj", "?001200130014")->comms));   // Len 17
-  EXPECT_FALSE(ReadCurrentSense(Answering("?IiJj", "?00120013001")->comms));   // Len 16
+  EXPECT_TRUE(ReadCurrentSense(Answering("?IiJj", "?001200130014")->comms));      // Len 17
+  EXPECT_FALSE(ReadCurrentSense(Answering("?IiJj", "?00120013001")->comms));      // Len 16
   EXPECT_FALSE(ReadCurrentSense(Answering("?IiJj", "0012001300140015")->comms));  // no "?"
 
   EXPECT_EQ(ReadCurrentSenseGain(Answering(".?P92", ".P92 12.5")->comms), "12.5");
-  EXPECT_EQ(ReadCurrentSenseGain(Answering(".?P92", ".P92 ")->comms), "");  // empty passes
+  EXPECT_EQ(ReadCurrentSenseGain(Answering(".?P92", ".P92 ")->comms), "");     // empty passes
   EXPECT_EQ(ReadCurrentSenseGain(Answering(".?P92", ".P9 12.5")->comms), "");  // blank at 6
   EXPECT_FLOAT_EQ(ReadCurrentSenseResistor(Answering(".?P93", ".P93 0.25")->comms), 0.25f);
   EXPECT_FLOAT_EQ(ReadCurrentSenseResistor(Answering(".?P93", ".P93 n/a")->comms), 0.0f);

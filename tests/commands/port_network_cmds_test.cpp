@@ -4,9 +4,9 @@
 
 #include <memory>
 
+#include "command_rig.h"
 #include "commands/port_network_cmds.h"
 #include "commands/reader_support.h"
-#include "command_rig.h"
 
 namespace amp {
 namespace {
@@ -69,11 +69,10 @@ TEST(PortNetworkCmds, DottedAddressesLoseTheirPadding) {
   EXPECT_EQ(ReadRouterAddress(Answering("PER?", "PEN10.0.0.1")->comms), "");  // wrong echo
 
   // "EM" must stand beyond 3 and the reply exceed 17 characters.
-  EXPECT_EQ(ReadMACAddress(Answering("PEM?", "PEM00-11-22-33-44-55")->comms),
-            "00-11-22-33-44-55");
+  EXPECT_EQ(ReadMACAddress(Answering("PEM?", "PEM00-11-22-33-44-55")->comms), "00-11-22-33-44-55");
   EXPECT_EQ(ReadMACAddress(Answering("PEM?", "PEM00112233445")->comms), "00112233445");  // Len 18
-  EXPECT_EQ(ReadMACAddress(Answering("PEM?", "PEM0011223344")->comms), "");  // Len 17
-  EXPECT_EQ(ReadMACAddress(Answering("PEM?", "EM00-11-22-33-44-55")->comms), "");  // at 3
+  EXPECT_EQ(ReadMACAddress(Answering("PEM?", "PEM0011223344")->comms), "");              // Len 17
+  EXPECT_EQ(ReadMACAddress(Answering("PEM?", "EM00-11-22-33-44-55")->comms), "");        // at 3
 }
 
 TEST(PortNetworkCmds, PortAndDhcpMode) {
@@ -81,7 +80,7 @@ TEST(PortNetworkCmds, PortAndDhcpMode) {
   EXPECT_EQ(ReadEnetPort(Answering("PEP?", "PEP65535")->comms), 65535);
   EXPECT_EQ(ReadEnetPort(Answering("PEP?", "PEP70000")->comms), 2000);
   EXPECT_EQ(ReadEnetPort(Answering("PEP?", "PEP0")->comms), 2000);
-  EXPECT_EQ(ReadEnetPort(Answering("PEP?", "EP2001")->comms), 0);  // "EP" at 3
+  EXPECT_EQ(ReadEnetPort(Answering("PEP?", "EP2001")->comms), 0);          // "EP" at 3
   EXPECT_EQ(ReadEnetPort(Answering("PEP?", "PEP99999999999")->comms), 0);  // guarded
   EXPECT_EQ(ReadEnetPort(Refusing("PEP?")->comms), 0);
 
@@ -95,22 +94,21 @@ TEST(PortNetworkCmds, PortAndDhcpMode) {
 
 TEST(PortNetworkCmds, LldpTextsAndTheirParsers) {
   const std::string uuid = "00000000-0000-0000-0000-000000000000";
-  EXPECT_EQ(ReadLldpFactory(Answering("QlldpFactorySetup?", "QlldpFactorySetup 80008;A;" + uuid)
-                                ->comms),
-            "80008;A;" + uuid);
+  EXPECT_EQ(
+      ReadLldpFactory(Answering("QlldpFactorySetup?", "QlldpFactorySetup 80008;A;" + uuid)->comms),
+      "80008;A;" + uuid);
   // Echo and blank are 18 characters: three more make Len 25.
   EXPECT_EQ(ReadLldpFactory(Answering("QlldpFactorySetup?", "QlldpFactorySetup 1;A")->comms),
             "1;A");
   EXPECT_EQ(ReadLldpFactory(Answering("QlldpFactorySetup?", "QlldpFactorySetup 1;")->comms), "");
   EXPECT_EQ(ReadLldpFactory(Refusing("QlldpFactorySetup?")->comms), "");
   // Echo and blank are 17 characters: ten more make Len 31.
-  EXPECT_EQ(ReadLldpUser(Answering("QlldpSetupConfig?", "QlldpSetupConfig 1;30;120;2;amp01")
-                             ->comms),
-            "1;30;120;2;amp01");
+  EXPECT_EQ(
+      ReadLldpUser(Answering("QlldpSetupConfig?", "QlldpSetupConfig 1;30;120;2;amp01")->comms),
+      "1;30;120;2;amp01");
   EXPECT_EQ(ReadLldpUser(Answering("QlldpSetupConfig?", "QlldpSetupConfig 1;30;120;2")->comms),
             "1;30;120;2");
-  EXPECT_EQ(ReadLldpUser(Answering("QlldpSetupConfig?", "QlldpSetupConfig 1;30;12;2")->comms),
-            "");
+  EXPECT_EQ(ReadLldpUser(Answering("QlldpSetupConfig?", "QlldpSetupConfig 1;30;12;2")->comms), "");
 
   LldpFactoryParams f;
   ParseLldpFactory("80008;B;" + uuid, f);

@@ -16,7 +16,10 @@ TEST(ReaderSupport, LocatesDataByEtxAndBlank) {
   // A blank right before ETX is an empty value that still passes.
   ASSERT_TRUE(rd::BlankValue(test::ScriptedUnit::Frame('\x06', ".P66 "), 6, &v));
   EXPECT_EQ(v, "");
-  EXPECT_FALSE(rd::BlankValue("\x06" "A.P66", 1, &v));  // no blank at all
+  EXPECT_FALSE(
+      rd::BlankValue("\x06"
+                     "A.P66",
+                     1, &v));  // no blank at all
   // A TCP reply keeps the CR that ended its line: the value still ends at
   // the ETX, so both links read the same text.
   ASSERT_TRUE(rd::BlankValue(rx + "\r", 6, &v));

@@ -2,8 +2,8 @@
 // against scripted replies laid out as the unit sends them.
 #include <gtest/gtest.h>
 
-#include "commands/rf_band_cmds.h"
 #include "command_rig.h"
+#include "commands/rf_band_cmds.h"
 
 namespace amp {
 namespace {
@@ -83,9 +83,9 @@ TEST(RfBandCmds, RfFrequencyWholeMegahertz) {
   EXPECT_EQ(ReadFrame("TF?", Ack("TF14250"), ReadRFFrequency), "14250");
   EXPECT_EQ(ReadFrame("TF?", Ack("TF14250.6"), ReadRFFrequency), "14251");
   EXPECT_EQ(ReadFrame("TF?", Ack("TF1234.5"), ReadRFFrequency), "1234");  // ties to even
-  EXPECT_EQ(ReadFrame("TF?", Ack("TF"), ReadRFFrequency), "0");       // ETX ends the number
-  EXPECT_EQ(ReadFrame("TF?", Ack("TF99999"), ReadRFFrequency), "");   // beyond 16 bits
-  EXPECT_EQ(ReadFrame("TF?", Ack("XX14250"), ReadRFFrequency), "");   // no echo
+  EXPECT_EQ(ReadFrame("TF?", Ack("TF"), ReadRFFrequency), "0");           // ETX ends the number
+  EXPECT_EQ(ReadFrame("TF?", Ack("TF99999"), ReadRFFrequency), "");       // beyond 16 bits
+  EXPECT_EQ(ReadFrame("TF?", Ack("XX14250"), ReadRFFrequency), "");       // no echo
   EXPECT_EQ(ReadFrame("TF?", "", ReadRFFrequency), "");
 }
 

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-#include "commands/reader_support.h"
 #include "command_rig.h"
+#include "commands/reader_support.h"
 
 namespace amp {
 namespace {
@@ -291,7 +291,7 @@ TEST(RfPowerTrips, ScannedValuesStopOnAnyStopCode) {
   // "<" (60) is the last code taken, "=" (61) the first that stops.
   EXPECT_EQ(ReadPowerLimitFaultLevel(Replying("POO?", Ack("POO3.0<=1"))->comms).state, "3.0<");
   EXPECT_EQ(ReadPowerLimitFaultLevel(Replying("POO?", Ack("POO3."))->comms).state, "3.");  // Len 9
-  r = ReadPowerLimitFaultLevel(Replying("POO?", Ack("POO3"))->comms);  // Len 8
+  r = ReadPowerLimitFaultLevel(Replying("POO?", Ack("POO3"))->comms);                      // Len 8
   EXPECT_FALSE(r.ok);
   EXPECT_EQ(r.state, "");
   EXPECT_FALSE(ReadPowerLimitFaultLevel(Refusing("POO?")->comms).ok);
@@ -315,7 +315,7 @@ TEST(RfPowerLimits, PowerLimitOneAndTwoLevels) {
   EXPECT_EQ(r.limit, "45.25");   // "##0.0##"
   EXPECT_EQ(r.limit2, "40.13");  // "##0.0#", half away from zero
   EXPECT_EQ(ReadPowerLimit(Replying("PO?", Ack("PO145"))->comms).limit, "45.0");  // Len 9
-  EXPECT_FALSE(ReadPowerLimit(Replying("PO?", Ack("PO14"))->comms).ok);          // Len 8
+  EXPECT_FALSE(ReadPowerLimit(Replying("PO?", Ack("PO14"))->comms).ok);           // Len 8
   // The ";" is searched in the whole message: one in the address lies
   // before the data and is ignored, a checksum ";" makes an empty second.
   r = ReadPowerLimit(Replying("PO?", Ack("PO145.0", ';'))->comms);
@@ -369,7 +369,7 @@ TEST(RfPowerLimits, BandLimitValueEdges) {
   EXPECT_EQ(ReadBandMinPower(Replying(".?P66", Ack(".P66 "))->comms, 150, 50, 1), "0.0");
   // A blank address is found first: the echo itself is read as the value.
   EXPECT_EQ(ReadBandMinPower(Replying(".?P66", Ack(".P66 5", ' '))->comms, 150, 50, 1), "0.0");
-  EXPECT_EQ(ReadBandMinPower(Replying(".?P66", Ack("", ' '))->comms, 150, 50, 1), "");  // Len 4
+  EXPECT_EQ(ReadBandMinPower(Replying(".?P66", Ack("", ' '))->comms, 150, 50, 1), "");      // Len 4
   EXPECT_EQ(ReadBandMinPower(Replying(".?P66", Ack("5", ' '))->comms, 150, 50, 1), "0.5");  // Len 5
   EXPECT_EQ(ReadBandMinPower(Replying(".?P66", Ack(".P66"))->comms, 150, 50, 1), "");
   EXPECT_EQ(ReadBandMinPower(Refusing(".?P66")->comms, 150, 50, 1), "");
@@ -401,7 +401,8 @@ TEST(RfPowerLimits, AttenuationLimits) {
 
   EXPECT_EQ(ReadAttenRange(Replying(".?P334", Ack(".P334 200"))->comms), "20.0");
   EXPECT_EQ(ReadAttenRange(Replying(".?P334", Ack(".P334 5"))->comms), "0.5");
-  EXPECT_EQ(ReadAttenRange(Replying(".?P334", Ack(".P334 "))->comms), "");  // ETX right after the blank
+  EXPECT_EQ(ReadAttenRange(Replying(".?P334", Ack(".P334 "))->comms),
+            "");  // ETX right after the blank
   EXPECT_EQ(ReadAttenRange(Replying(".?P334", Ack(".P334"))->comms), "");
   EXPECT_EQ(ReadAttenRange(Refusing(".?P334")->comms), "");
 }
@@ -470,13 +471,15 @@ TEST(RfPowerUnitChoices, CountCommandsByProject) {
   EXPECT_EQ(ReverseAnalogCountCommand(26, 300, true), ".?A7");
   EXPECT_EQ(ReverseAnalogCountCommand(11, 300, true), ".?A2");
   EXPECT_EQ(ReverseAnalogCountCommand(58, 300, true), ".?A2");
-  for (int p : {34, 54, 127, 500, 99, 510}) EXPECT_EQ(ReverseAnalogCountCommand(p, 300, true), ".?A5") << p;
+  for (int p : {34, 54, 127, 500, 99, 510})
+    EXPECT_EQ(ReverseAnalogCountCommand(p, 300, true), ".?A5") << p;
   EXPECT_EQ(ReverseAnalogCountCommand(20, 200, false), ".?A3");
   EXPECT_EQ(ReverseAnalogCountCommand(93, 100, false), ".?A3");
   EXPECT_EQ(ReverseAnalogCountCommand(20, 100, true), ".?A3");
   EXPECT_EQ(ReverseAnalogCountCommand(20, 199, false), ".?A2");
 
-  for (int p : {10, 11, 38, 52, 53, 107, 114, 127}) EXPECT_EQ(AtnCountCommandFor(p, false), ".D1") << p;
+  for (int p : {10, 11, 38, 52, 53, 107, 114, 127})
+    EXPECT_EQ(AtnCountCommandFor(p, false), ".D1") << p;
   EXPECT_EQ(AtnCountCommandFor(20, true), ".D1");
   EXPECT_EQ(AtnCountCommandFor(20, false), ".D9");
 

@@ -93,7 +93,7 @@ TEST(TransmitterCmds, OneDigitSettings) {
   EXPECT_EQ(ReadRefused("PBA?", ReadAutoXmitRestore), -1);
 
   EXPECT_EQ(ReadWith("PX?", "PX2", ReadStartupMode), 2);
-  EXPECT_EQ(ReadWith("PX?", "PX12", ReadStartupMode), 1);  // one character only
+  EXPECT_EQ(ReadWith("PX?", "PX12", ReadStartupMode), 1);           // one character only
   EXPECT_EQ(ReadAddressed("PX?", "X2", 'P', ReadStartupMode), -1);  // tail + 2 = 4
   EXPECT_EQ(ReadRefused("PX?", ReadStartupMode), -1);
 
@@ -158,8 +158,8 @@ TEST(TransmitterCmds, HelixFields) {
 TEST(TransmitterCmds, HelixRatioAndTripAreUnguarded) {
   EXPECT_EQ(ReadWith("YGHI?", "YGHI12", ReadHelixCurrentRatio), 12);
   EXPECT_EQ(ReadWith("YGHI?", "YGHI12.5", ReadHelixCurrentRatio), 12);  // ties to even
-  EXPECT_EQ(ReadWith("YGHI?", "YGHI-3", ReadHelixCurrentRatio), -1);   // negative dropped
-  EXPECT_EQ(ReadWith("YGHI?", "GHI12", ReadHelixCurrentRatio), -1);    // tail at 4, not 5
+  EXPECT_EQ(ReadWith("YGHI?", "YGHI-3", ReadHelixCurrentRatio), -1);    // negative dropped
+  EXPECT_EQ(ReadWith("YGHI?", "GHI12", ReadHelixCurrentRatio), -1);     // tail at 4, not 5
   EXPECT_EQ(ReadRefused("YGHI?", ReadHelixCurrentRatio), -1);
   {
     // Not guarded: the failure reaches the caller.
@@ -313,9 +313,9 @@ TEST(TransmitterCmds, TubeLifeParametersAndEstimate) {
     EXPECT_EQ(u.comms.gRespFields[0], "1200");
     EXPECT_EQ(u.comms.gRespFields[1], "old");
   }
-  EXPECT_FALSE(ReadWith("QEP?", "QEP;0.85;3000", ReadTwtEolParams));   // empty first text
-  EXPECT_FALSE(ReadWith("QEP?", "QEP12;;3000", ReadTwtEolParams));     // empty second text
-  EXPECT_FALSE(ReadWith("QEP?", "XQEP12;3;4", ReadTwtEolParams));      // tail at 5
+  EXPECT_FALSE(ReadWith("QEP?", "QEP;0.85;3000", ReadTwtEolParams));  // empty first text
+  EXPECT_FALSE(ReadWith("QEP?", "QEP12;;3000", ReadTwtEolParams));    // empty second text
+  EXPECT_FALSE(ReadWith("QEP?", "XQEP12;3;4", ReadTwtEolParams));     // tail at 5
   EXPECT_FALSE(ReadRefused("QEP?", ReadTwtEolParams));
 
   EXPECT_EQ(ReadWith("QEC", "QEC12;", ReadTwtEolEstimate), "12");

@@ -4,9 +4,9 @@
 
 #include <memory>
 
+#include "command_rig.h"
 #include "commands/reader_support.h"
 #include "commands/upconverter_cmds.h"
-#include "command_rig.h"
 
 namespace amp {
 namespace {
@@ -24,8 +24,7 @@ TEST(UpconverterCmds, BucValuesAndTheirDefaults) {
   // which tells the caller an upconverter is there.
   EXPECT_FLOAT_EQ(ReadBucAtten(Answering("PBCA?", "PBCA")->comms), 0.0f);
   // Nor does it guard against the tail starting in the address byte.
-  EXPECT_FLOAT_EQ(ReadBucAtten(RawReply("PBCA?", "A3", 'C')->comms),
-                  3.0f);
+  EXPECT_FLOAT_EQ(ReadBucAtten(RawReply("PBCA?", "A3", 'C')->comms), 3.0f);
   EXPECT_FLOAT_EQ(ReadBucAtten(Answering("PBCA?", "12.5")->comms), -1.0f);  // no echo
   EXPECT_FLOAT_EQ(ReadBucPower(Answering("PBCP?", "PBCP-23.4")->comms), -23.4f);
   EXPECT_FLOAT_EQ(ReadBucSetPoint(Answering("PBCS?", "PBCS-20.0")->comms), -20.0f);
@@ -116,7 +115,7 @@ TEST(UpconverterCmds, SupplySetValueWithAndWithoutSubBand) {
 
   EXPECT_EQ(ReadPSVset(Refusing("YC?")->comms).status, -1);
   EXPECT_EQ(ReadPSVset(Answering("YC?", "1234")->comms).status, -1);  // no echo
-  r = ReadPSVset(Answering("YC?", "YC99999999999")->comms);  // does not fit
+  r = ReadPSVset(Answering("YC?", "YC99999999999")->comms);           // does not fit
   EXPECT_EQ(r.status, -1);
   EXPECT_EQ(r.value, 0);
 

@@ -18,7 +18,8 @@ class Attenuation : public ::testing::Test {
 
 TEST_F(Attenuation, FieldPassesDigitsPointAndBackspaceOnly) {
   for (int k : {int{'0'}, int{'9'}, int{'.'}, 8}) EXPECT_EQ(r.Key(r.f.txtAtnDB, k), k);
-  for (int k : {int{'a'}, int{'-'}, int{' '}, int{'+'}, int{','}}) EXPECT_EQ(r.Key(r.f.txtAtnDB, k), 0);
+  for (int k : {int{'a'}, int{'-'}, int{' '}, int{'+'}, int{','}})
+    EXPECT_EQ(r.Key(r.f.txtAtnDB, k), 0);
   for (ui::TextBox* box : {&r.f.txtLinAmp, &r.f.txtLinPhase}) {
     EXPECT_EQ(r.Key(*box, '7'), '7');
     EXPECT_EQ(r.Key(*box, '.'), 0);  // the linearizer takes whole numbers

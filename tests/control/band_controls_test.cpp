@@ -22,7 +22,8 @@ struct BandTest : ::testing::Test {
   // The unit's sub-band table ("" for a slot without a frequency), read as
   // the first read does, and its answers to "PBS?" from then on, in order
   // ("" for a refusal; the last one stays).
-  void LoadSubBands(const std::vector<std::string>& freqs, const std::vector<std::string>& currents) {
+  void LoadSubBands(const std::vector<std::string>& freqs,
+                    const std::vector<std::string>& currents) {
     for (int n = 1; n <= 8; ++n) {
       const std::string ask = "PBS" + std::to_string(n) + "?";
       const size_t i = static_cast<size_t>(n - 1);

@@ -54,7 +54,8 @@ TEST_F(ConstantPower, WattUnitNeedsOneWattAboveTheFloor) {
   r.SetHeld(r.f.chkConstPwr, 1);
   r.s.Answer("G?", "G30.1");
   EXPECT_FALSE(r.cp.SetConstPwr(30.0f));
-  EXPECT_EQ(r.s.dialogs.boxes.back().text, "Value out of Range\r\n\r\nValid Range: 1.1 to 50.0 dBm");
+  EXPECT_EQ(r.s.dialogs.boxes.back().text,
+            "Value out of Range\r\n\r\nValid Range: 1.1 to 50.0 dBm");
   EXPECT_TRUE(r.s.sent.empty());
 
   r.SetHeld(r.f.chkConstPwr, 1);

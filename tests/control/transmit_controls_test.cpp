@@ -42,7 +42,7 @@ TEST_F(Transmit, LocalModeRefusesEveryGuardedControlWithoutSending) {
   r.f.mnuHeaterState.SetChecked(true);
   r.f.mnuHtrStby.SetChecked(true);
 
-  r.f.chkPS.SetValue(1);   // the operator's click
+  r.f.chkPS.SetValue(1);  // the operator's click
   r.f.chkRFI.SetValue(1);
   r.SetHeld(r.f.chkRFI, 1);
   r.f.chkRFI.SetValue(0);  // and unchecking one that was set

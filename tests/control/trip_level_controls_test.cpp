@@ -68,7 +68,8 @@ TEST_F(TripTest, FocusFlagsBelongToTheirOwnLine) {
 // ------------------------------------------------------------- key filter
 
 TEST_F(TripTest, LevelFieldTakesOnlyANumber) {
-  for (int k : {int{'4'}, int{'5'}, int{'.'}, int{'5'}, kBackspace}) EXPECT_EQ(r.Type(r.f.txtFhiLvl, k), k);
+  for (int k : {int{'4'}, int{'5'}, int{'.'}, int{'5'}, kBackspace})
+    EXPECT_EQ(r.Type(r.f.txtFhiLvl, k), k);
   for (int k : {'a', '-', '+', ' ', 'E', ','}) EXPECT_EQ(r.Type(r.f.txtFhiLvl, k), 0) << k;
   EXPECT_EQ(r.f.txtFhiLvl.Text(), "45.5");
   EXPECT_FALSE(r.v.mEnterHandled);
@@ -207,14 +208,10 @@ TEST(TripSetup, DbmLevelsDependOnUnitAndFirmware) {
   const Case cases[] = {
       {-1, false, 900, false},  // no unit
       {99, true, 100, true},    // named units take dBm whatever their firmware
-      {510, false, 1, true},
-      {40, true, 533, false},   // tube units from firmware 534
-      {40, true, 534, true},
-      {30, false, 7, false},    // these three from firmware 8
-      {93, false, 8, true},
-      {102, false, 0, true},
-      {107, false, 0, true},
-      {40, false, 260, false},  // the rest from firmware 261
+      {510, false, 1, true},   {40, true, 533, false},  // tube units from firmware 534
+      {40, true, 534, true},   {30, false, 7, false},   // these three from firmware 8
+      {93, false, 8, true},    {102, false, 0, true},
+      {107, false, 0, true},   {40, false, 260, false},  // the rest from firmware 261
       {40, false, 261, true},
   };
   for (const Case& c : cases) {

@@ -93,8 +93,8 @@ TEST(DisplayUnits, SixFieldsConvertBothWays) {
 
   r.d.DisplayToWatts();
   EXPECT_TRUE(r.st.gDisplayWatts);
-  for (ui::Label* l : {&r.f.Label64, &r.f.Label5, &r.f.Label8, &r.f.Label67, &r.f.Label69,
-                       &r.f.Label71})
+  for (ui::Label* l :
+       {&r.f.Label64, &r.f.Label5, &r.f.Label8, &r.f.Label67, &r.f.Label69, &r.f.Label71})
     EXPECT_EQ(l->Caption(), "Watts") << l->Name();
   EXPECT_EQ(r.f.txtFdBm.Text(), "10.0");
   EXPECT_EQ(r.f.txtFloLvl.Text(), "1.0");
@@ -106,8 +106,8 @@ TEST(DisplayUnits, SixFieldsConvertBothWays) {
 
   r.d.DisplayTodBm();
   EXPECT_FALSE(r.st.gDisplayWatts);
-  for (ui::Label* l : {&r.f.Label64, &r.f.Label5, &r.f.Label8, &r.f.Label67, &r.f.Label69,
-                       &r.f.Label71})
+  for (ui::Label* l :
+       {&r.f.Label64, &r.f.Label5, &r.f.Label8, &r.f.Label67, &r.f.Label69, &r.f.Label71})
     EXPECT_EQ(l->Caption(), "dBm") << l->Name();
   EXPECT_EQ(r.f.txtFdBm.Text(), "40.0");
   EXPECT_EQ(r.f.txtFloLvl.Text(), "30.0");

@@ -82,8 +82,8 @@ TEST_F(Summary, TwtaThatIsOnKeepsLabel32FromTheLastPoll) {
 TEST_F(Summary, EveryRowInOrderWithItsColour) {
   r.u.gIsTWTA = true;
   r.d.SetSummaryStatus(Status({kOn | kRemote | kConst | kInhibit, 32 | 16, 32, 32}));
-  const std::vector<ui::Label*> order = {&r.f.Label31, &r.f.Label33, &r.f.Label34,
-                                         &r.f.Label35, &r.f.Label36, &r.f.Label13,
+  const std::vector<ui::Label*> order = {&r.f.Label31,       &r.f.Label33,      &r.f.Label34,
+                                         &r.f.Label35,       &r.f.Label36,      &r.f.Label13,
                                          &r.f.lblSBUCWarmup, &r.f.lbllcBucDrive};
   for (size_t i = 0; i < order.size(); ++i) {
     EXPECT_TRUE(order[i]->Visible()) << order[i]->Name();
@@ -95,8 +95,8 @@ TEST_F(Summary, EveryRowInOrderWithItsColour) {
   EXPECT_EQ(r.f.chkConstPwr.Value(), 1);
 
   r.d.SetSummaryStatus(Status({kOn, 0, 0, 0}));
-  for (ui::Label* l : {&r.f.Label34, &r.f.Label35, &r.f.Label36, &r.f.Label13,
-                       &r.f.lblSBUCWarmup, &r.f.lbllcBucDrive})
+  for (ui::Label* l : {&r.f.Label34, &r.f.Label35, &r.f.Label36, &r.f.Label13, &r.f.lblSBUCWarmup,
+                       &r.f.lbllcBucDrive})
     EXPECT_FALSE(l->Visible()) << l->Name();
   EXPECT_TRUE(r.f.Label33.Visible());
   EXPECT_EQ(r.f.chkConstPwr.Value(), 0);
@@ -164,15 +164,15 @@ TEST_F(Summary, StatusWritesAreNotOperatorClicks) {
       clicks.push_back(name + (r.st.gInPanelUpdate ? ":held" : ":OPERATOR"));
     };
   };
-  for (ui::Control* c : std::initializer_list<ui::Control*>{
-           &r.f.chkPS, &r.f.chkConstPwr, &r.f.chkAutoMode, &r.f.cmbWgCfg, &r.f.cmbWgSw1,
-           &r.f.cmbWgSw2})
+  for (ui::Control* c :
+       std::initializer_list<ui::Control*>{&r.f.chkPS, &r.f.chkConstPwr, &r.f.chkAutoMode,
+                                           &r.f.cmbWgCfg, &r.f.cmbWgSw1, &r.f.cmbWgSw2})
     watch(*c);
 
   r.d.SetSummaryStatus(Status({kOn | kConst, 0, 16 | 4 | 1, 2}));
-  EXPECT_EQ(clicks, (std::vector<std::string>{"chkPS:held", "chkConstPwr:held", "cmbWgSw2:held",
-                                              "chkAutoMode:held", "cmbWgSw1:held",
-                                              "cmbWgCfg:held"}));
+  EXPECT_EQ(clicks,
+            (std::vector<std::string>{"chkPS:held", "chkConstPwr:held", "cmbWgSw2:held",
+                                      "chkAutoMode:held", "cmbWgSw1:held", "cmbWgCfg:held"}));
   EXPECT_FALSE(r.st.gInPanelUpdate);
 
   // The same state again moves nothing, so nothing clicks.
@@ -184,8 +184,8 @@ TEST_F(Summary, StatusWritesAreNotOperatorClicks) {
   r.st.gInPanelUpdate = true;
   r.d.SetSummaryStatus(Status({kStandby, 0, 0, 0}));
   EXPECT_TRUE(r.st.gInPanelUpdate);
-  EXPECT_EQ(clicks, (std::vector<std::string>{"chkPS:held", "chkConstPwr:held",
-                                              "chkAutoMode:held", "cmbWgCfg:held"}));
+  EXPECT_EQ(clicks, (std::vector<std::string>{"chkPS:held", "chkConstPwr:held", "chkAutoMode:held",
+                                              "cmbWgCfg:held"}));
 }
 
 TEST_F(Summary, ClearHidesTheWholeList) {

@@ -30,13 +30,15 @@ TEST(CliEndToEnd, StatusJsonShowsEachProfileAsItIs) {
     const char* kind;
     bool tube;
   };
-  for (const Case& c : {Case{"sspa120", false, "SSPA", false}, Case{"twta127", true, "TWTA", true}}) {
+  for (const Case& c :
+       {Case{"sspa120", false, "SSPA", false}, Case{"twta127", true, "TWTA", true}}) {
     SCOPED_TRACE(c.profile);
     Unit u = c.serial ? Unit({"--no-tcp", "--serial", "--profile", c.profile})
                       : Unit({"--tcp", "127.0.0.1:0", "--profile", c.profile});
     ASSERT_TRUE(u.ok);
     const auto values = ProfileValues(c.profile);
-    CliRun r = c.serial ? Cli({"--serial", u.serial, "status", "--json"}) : Cli({"--tcp", u.Tcp(), "status", "--json"});
+    CliRun r = c.serial ? Cli({"--serial", u.serial, "status", "--json"})
+                        : Cli({"--tcp", u.Tcp(), "status", "--json"});
     ASSERT_EQ(r.code, 0) << r.err;
     const auto lines = Lines(r.out);
     ASSERT_EQ(lines.size(), 1u) << r.out;
@@ -137,8 +139,9 @@ TEST(CliEndToEnd, AUnitThatStopsAnsweringEndsTheSession) {
   ASSERT_TRUE(u.ok);
   QProcess p;
   p.setProcessEnvironment(CliEnvironment());
-  p.start(AMPDESK_CLI_EXE, {"--serial", QString::fromStdString(u.serial), "--data-dir",
-                            QString::fromStdString(DataDir()), "--json", "monitor", "--polls", "20"});
+  p.start(AMPDESK_CLI_EXE,
+          {"--serial", QString::fromStdString(u.serial), "--data-dir",
+           QString::fromStdString(DataDir()), "--json", "monitor", "--polls", "20"});
   // The first good poll, then the cable is pulled.
   std::string out;
   QElapsedTimer t;
@@ -232,14 +235,18 @@ TEST(CliEndToEnd, ScriptDialogLeftOpenAndActionsThatCannotRun) {
   EXPECT_NE(r.err.find("frmAbout"), std::string::npos) << r.err;
 
   // The About dialog's button reports the missing tool: a failure box.
-  r = Cli({"--tcp", u.Tcp(), "script", "-"}, 60000, "click mnuHelpAbout\nclick frmAbout.cmdSysInfo\nclick frmAbout.cmdOK\n");
+  r = Cli({"--tcp", u.Tcp(), "script", "-"}, 60000,
+          "click mnuHelpAbout\nclick frmAbout.cmdSysInfo\nclick frmAbout.cmdOK\n");
   EXPECT_EQ(r.code, 1);
-  EXPECT_NE(r.err.find("AmpDesk: System Information Is Unavailable At This Time"), std::string::npos) << r.err;
+  EXPECT_NE(r.err.find("AmpDesk: System Information Is Unavailable At This Time"),
+            std::string::npos)
+      << r.err;
 
   // The main panel cannot be used while a dialog is open.
   r = Cli({"--tcp", u.Tcp(), "script", "-"}, 60000, "click mnuHelpAbout\nclick mnuWatts\n");
   EXPECT_EQ(r.code, 1);
-  EXPECT_NE(r.err.find("<stdin>: line 2: mnuWatts: frmAbout is open in front of frmMain"), std::string::npos)
+  EXPECT_NE(r.err.find("<stdin>: line 2: mnuWatts: frmAbout is open in front of frmMain"),
+            std::string::npos)
       << r.err;
 }
 
@@ -249,7 +256,9 @@ TEST(CliEndToEnd, TheSearchOptions) {
   // A unit at address E on 19200,E,7,1.
   Unit u({"--no-tcp", "--serial", "--address", "E", "--line", "19200,E,7,1"});
   ASSERT_TRUE(u.ok);
-  auto address = [](const CliRun& r) { return Str(Control(Json(Lines(r.out).at(0)), "txtAdr"), "text"); };
+  auto address = [](const CliRun& r) {
+    return Str(Control(Json(Lines(r.out).at(0)), "txtAdr"), "text");
+  };
 
   // The plain search stops at C.
   CliRun r = Cli({"--serial", u.serial, "--settings", "19200,E,7,1", "status", "--json"});
@@ -258,7 +267,8 @@ TEST(CliEndToEnd, TheSearchOptions) {
   EXPECT_FALSE(Json(Lines(r.out).at(0))["connected"].toBool());
 
   for (const char* depth : {"extended", "advanced"}) {
-    r = Cli({"--serial", u.serial, "--settings", "19200,E,7,1", "--search", depth, "status", "--json"});
+    r = Cli(
+        {"--serial", u.serial, "--settings", "19200,E,7,1", "--search", depth, "status", "--json"});
     EXPECT_EQ(r.code, 0) << depth << r.err;
     EXPECT_EQ(address(r), "E") << depth;
   }
@@ -267,7 +277,8 @@ TEST(CliEndToEnd, TheSearchOptions) {
   EXPECT_EQ(r.code, 0) << r.err;
   EXPECT_EQ(address(r), "E");
   // Both: the single address is polled, and only on those settings.
-  r = Cli({"--serial", u.serial, "--address", "E", "--settings", "19200,E,7,1", "status", "--json"});
+  r = Cli(
+      {"--serial", u.serial, "--address", "E", "--settings", "19200,E,7,1", "status", "--json"});
   EXPECT_EQ(r.code, 0) << r.err;
   r = Cli({"--serial", u.serial, "--address", "E", "--settings", "9600,N,8,1", "status"});
   EXPECT_EQ(r.code, 1);
@@ -292,10 +303,13 @@ TEST(CliEndToEnd, BadScriptLinesAreRefusedBeforeAnythingIsSent) {
     const char* script;
     const char* says;
   };
-  for (const Case& c : {Case{"click mnuWatts\n\n# fine so far\nclick txtNope\n", "<stdin>: line 4: unknown control 'txtNope'"},
-                        Case{"click mnuWatts\nfrobnicate mnuWatts\n", "<stdin>: line 2: unknown action 'frobnicate'"},
+  for (const Case& c : {Case{"click mnuWatts\n\n# fine so far\nclick txtNope\n",
+                             "<stdin>: line 4: unknown control 'txtNope'"},
+                        Case{"click mnuWatts\nfrobnicate mnuWatts\n",
+                             "<stdin>: line 2: unknown action 'frobnicate'"},
                         Case{"click frmNope.cmdOK\n", "<stdin>: line 1: no form named 'frmNope'"},
-                        Case{"click mnuComPort(0)\nselect frmCom.cmdOK 1\n", "line 2: select does not apply to cmdOK"},
+                        Case{"click mnuComPort(0)\nselect frmCom.cmdOK 1\n",
+                             "line 2: select does not apply to cmdOK"},
                         Case{"wait soon\n", "line 1: wait takes milliseconds"}}) {
     CliRun r = Cli({"--tcp", u.Tcp(), "script", "-"}, 30000, c.script);
     EXPECT_EQ(r.code, 2) << c.script;
@@ -319,7 +333,8 @@ TEST(CliEndToEnd, FailuresAndBadArguments) {
   }
   CliRun r = Cli({"--tcp", "127.0.0.1:" + std::to_string(freePort), "status"});
   EXPECT_EQ(r.code, 1);
-  EXPECT_NE(r.err.find("Ethernet Communication Error: Unable to Connect to Unit"), std::string::npos)
+  EXPECT_NE(r.err.find("Ethernet Communication Error: Unable to Connect to Unit"),
+            std::string::npos)
       << r.err;
 
   r = Cli({"--serial", "/dev/does-not-exist", "status"});
@@ -355,11 +370,11 @@ TEST(CliEndToEnd, FailuresAndBadArguments) {
   }
   r = Cli({"--help"});
   EXPECT_EQ(r.code, 0);
-  for (const char* documented : {"--tcp HOST[:PORT]", "--serial DEVICE", "--settings TEXT", "--address C",
-                                 "--search extended|advanced", "--watts", "--data-dir DIR",
-                                 "--answer ok|cancel|yes|no", "--input TEXT", "--json",
-                                 "monitor [--polls N]", "send TEXT...", "script FILE|-",
-                                 "select CONTROL INDEX|TEXT", "Exit codes"})
+  for (const char* documented :
+       {"--tcp HOST[:PORT]", "--serial DEVICE", "--settings TEXT", "--address C",
+        "--search extended|advanced", "--watts", "--data-dir DIR", "--answer ok|cancel|yes|no",
+        "--input TEXT", "--json", "monitor [--polls N]", "send TEXT...", "script FILE|-",
+        "select CONTROL INDEX|TEXT", "Exit codes"})
     EXPECT_NE(r.out.find(documented), std::string::npos) << documented;
 }
 
@@ -368,8 +383,8 @@ TEST(CliEndToEnd, InputBoxesAreAnsweredInOrder) {
   ASSERT_TRUE(u.ok);
   // The poll address box: the first answer is refused, the second taken,
   // and a third box finds no answer left and is cancelled.
-  CliRun r = Cli({"--tcp", u.Tcp(), "--input", "AB", "--input", "D", "--json", "script", "-"}, 60000,
-                 "click mnuPollAdrs\nclick mnuPollAdrs\nclick mnuPollAdrs\n");
+  CliRun r = Cli({"--tcp", u.Tcp(), "--input", "AB", "--input", "D", "--json", "script", "-"},
+                 60000, "click mnuPollAdrs\nclick mnuPollAdrs\nclick mnuPollAdrs\n");
   EXPECT_EQ(r.code, 1) << r.err;  // the refused address was a failure box
   EXPECT_NE(r.err.find("AmpDesk: Address Error"), std::string::npos) << r.err;
   EXPECT_NE(r.err.find("no --input left"), std::string::npos) << r.err;

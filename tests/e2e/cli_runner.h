@@ -42,7 +42,8 @@ inline QProcessEnvironment CliEnvironment() {
 
 inline std::string DataDir() { return ::testing::TempDir() + "/ampdesk-cli-data"; }
 
-inline CliRun Cli(std::vector<std::string> args, int timeoutMs = 60000, const std::string& input = {}) {
+inline CliRun Cli(std::vector<std::string> args, int timeoutMs = 60000,
+                  const std::string& input = {}) {
   QProcess p;
   p.setProcessEnvironment(CliEnvironment());
   QStringList q;
@@ -68,7 +69,8 @@ inline CliRun Cli(std::vector<std::string> args, int timeoutMs = 60000, const st
 inline std::vector<std::string> Lines(const std::string& s) {
   std::vector<std::string> out;
   size_t b = 0;
-  for (size_t e; (e = s.find('\n', b)) != std::string::npos; b = e + 1) out.push_back(s.substr(b, e - b));
+  for (size_t e; (e = s.find('\n', b)) != std::string::npos; b = e + 1)
+    out.push_back(s.substr(b, e - b));
   return out;
 }
 
@@ -83,7 +85,9 @@ inline QJsonObject Control(const QJsonObject& state, const char* name, const cha
   return state[where].toObject()["controls"].toObject()[name].toObject();
 }
 
-inline std::string Str(const QJsonObject& o, const char* key) { return o[key].toString().toStdString(); }
+inline std::string Str(const QJsonObject& o, const char* key) {
+  return o[key].toString().toStdString();
+}
 
 // A unit run with its own process handle, so a test can signal it.
 struct Unit {
@@ -130,7 +134,8 @@ inline std::string ReadAll(const std::string& path) {
 
 // The [values] of a unit profile, as the simulator reads them.
 inline std::map<std::string, std::string> ProfileValues(const std::string& name) {
-  const fs::path file = fs::path(__FILE__).parent_path() / ".." / ".." / "sim" / "profiles" / (name + ".profile");
+  const fs::path file =
+      fs::path(__FILE__).parent_path() / ".." / ".." / "sim" / "profiles" / (name + ".profile");
   std::ifstream in(file);
   EXPECT_TRUE(in) << file;
   std::map<std::string, std::string> values;

@@ -28,7 +28,6 @@
 namespace amp {
 namespace {
 
-
 struct Reading {
   double value;
   double wander;  // 0 for a fixed reading
@@ -112,8 +111,8 @@ struct Expected {
   const char* revCount;
   // Menu entries shown.
   bool mnuPLog, mnuCalFactor, mnuAutoHVDisable, mnuRfiInvert, mnuReturnLoss, mnuMaxPwrLvl,
-      mnuPsVset, mnulcBucSetup, mnuLLDPCfg, mnuWgArcTest, mnuHtrStby, mnuHeaterState,
-      mnuPowerSave, mnuSubBands, mnuOemNameEnabled;
+      mnuPsVset, mnulcBucSetup, mnuLLDPCfg, mnuWgArcTest, mnuHtrStby, mnuHeaterState, mnuPowerSave,
+      mnuSubBands, mnuOemNameEnabled;
   // Frames shown and options found.
   bool frame30, frame14, frame20, frame27;
   bool cathode, inlet, floatSupply, dcvInput;
@@ -388,13 +387,20 @@ void CheckPanel(const Expected& e, Host& h) {
   const struct {
     const ui::MenuItem& item;
     bool shown;
-  } menus[] = {{f.mnuPLog, e.mnuPLog},           {f.mnuCalFactor, e.mnuCalFactor},
-               {f.mnuAutoHVDisable, e.mnuAutoHVDisable}, {f.mnuRfiInvert, e.mnuRfiInvert},
-               {f.mnuReturnLoss, e.mnuReturnLoss}, {f.mnuMaxPwrLvl, e.mnuMaxPwrLvl},
-               {f.mnuPsVset, e.mnuPsVset},       {f.mnulcBucSetup, e.mnulcBucSetup},
-               {f.mnuLLDPCfg, e.mnuLLDPCfg},     {f.mnuWgArcTest, e.mnuWgArcTest},
-               {f.mnuHtrStby, e.mnuHtrStby},     {f.mnuHeaterState, e.mnuHeaterState},
-               {f.mnuPowerSave, e.mnuPowerSave}, {f.mnuLEDMode, e.ledMode > -1}};
+  } menus[] = {{f.mnuPLog, e.mnuPLog},
+               {f.mnuCalFactor, e.mnuCalFactor},
+               {f.mnuAutoHVDisable, e.mnuAutoHVDisable},
+               {f.mnuRfiInvert, e.mnuRfiInvert},
+               {f.mnuReturnLoss, e.mnuReturnLoss},
+               {f.mnuMaxPwrLvl, e.mnuMaxPwrLvl},
+               {f.mnuPsVset, e.mnuPsVset},
+               {f.mnulcBucSetup, e.mnulcBucSetup},
+               {f.mnuLLDPCfg, e.mnuLLDPCfg},
+               {f.mnuWgArcTest, e.mnuWgArcTest},
+               {f.mnuHtrStby, e.mnuHtrStby},
+               {f.mnuHeaterState, e.mnuHeaterState},
+               {f.mnuPowerSave, e.mnuPowerSave},
+               {f.mnuLEDMode, e.ledMode > -1}};
   for (const auto& m : menus) EXPECT_EQ(m.item.Visible(), m.shown) << m.item.Name();
   EXPECT_EQ(f.mnuOemName.Enabled(), e.mnuOemNameEnabled);
   // Nothing the first read does turns the fault and alarm entry back on.

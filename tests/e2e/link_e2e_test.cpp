@@ -73,7 +73,9 @@ TEST(SerialEndToEnd, ExchangesThroughPseudoTerminal) {
   s.UseSerial();
   ASSERT_TRUE(s.comms.ExchangeCommand("1"));
   EXPECT_EQ(s.comms.Link.TxMessage, std::string("\x02\x41\x31\x03\x71", 5));
-  EXPECT_EQ(s.comms.Link.RxMessage.substr(0, 3), "\x06" "A1");
+  EXPECT_EQ(s.comms.Link.RxMessage.substr(0, 3),
+            "\x06"
+            "A1");
   EXPECT_EQ(s.comms.Link.RxMessage.size(), 7u);
 
   s.unit.SetStatus("Q@@A", "@B@@", "@@@D");
@@ -192,7 +194,9 @@ TEST(TcpEndToEnd, ExchangeSplitRepliesAndStrayLf) {
   ASSERT_TRUE(s.comms.ExchangeCommand("?!#("));
   EXPECT_EQ(s.comms.Link.TxMessage, std::string("\x02\x41\x3F\x21\x23\x28\x03\x4D\x0D\x0A", 10));
   EXPECT_EQ(s.comms.Link.RxMessage.back(), '\r');
-  EXPECT_EQ(s.comms.Link.RxMessage.substr(0, 3), "\x06" "A?");
+  EXPECT_EQ(s.comms.Link.RxMessage.substr(0, 3),
+            "\x06"
+            "A?");
 
   // A reply in two segments is joined.
   Simulator::Faults f;

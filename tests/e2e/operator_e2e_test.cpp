@@ -42,8 +42,8 @@ std::vector<std::string> FramesIn(const std::string& log) {
 // log reads.
 bool IsRead(const std::string& command) {
   static const std::set<std::string> kPlainReads = {"1", "00", "0S", "0C", "YT", "8", "QEC"};
-  return command.find('?') != std::string::npos || kPlainReads.count(command) > 0 || command.empty() ||
-         command[0] == '4' || command.rfind("QF", 0) == 0;
+  return command.find('?') != std::string::npos || kPlainReads.count(command) > 0 ||
+         command.empty() || command[0] == '4' || command.rfind("QF", 0) == 0;
 }
 
 // The commands that change something on the unit, in the order received,
@@ -60,10 +60,11 @@ using Sets = std::vector<std::string>;
 // A stored profile with a few changes, written to the test's temporary
 // directory: extra unit keys on top, and [values] keys replaced (or dropped
 // when the replacement is empty).
-std::string DerivedProfile(const std::string& base, const std::string& name, const std::string& unitKeys,
+std::string DerivedProfile(const std::string& base, const std::string& name,
+                           const std::string& unitKeys,
                            const std::map<std::string, std::string>& values = {}) {
-  const auto file =
-      std::filesystem::path(__FILE__).parent_path() / ".." / ".." / "sim" / "profiles" / (base + ".profile");
+  const auto file = std::filesystem::path(__FILE__).parent_path() / ".." / ".." / "sim" /
+                    "profiles" / (base + ".profile");
   std::ifstream in(file);
   EXPECT_TRUE(in) << file;
   std::ostringstream out;
@@ -88,9 +89,12 @@ enum class Line { kTcp, kSerial };
 // pseudo-terminal, and the panel sessions run against it.
 struct Bench {
   Bench(const std::string& name, std::vector<std::string> simArgs, Line line = Line::kTcp)
-      : line(line), log(FreshFile("operator-" + name + ".frames")), unit(UnitArgs(line, log, std::move(simArgs))) {}
+      : line(line),
+        log(FreshFile("operator-" + name + ".frames")),
+        unit(UnitArgs(line, log, std::move(simArgs))) {}
 
-  static std::vector<std::string> UnitArgs(Line line, const std::string& log, std::vector<std::string> args) {
+  static std::vector<std::string> UnitArgs(Line line, const std::string& log,
+                                           std::vector<std::string> args) {
     if (line == Line::kTcp)
       args.insert(args.begin(), {"--tcp", "127.0.0.1:0", "--frame-log", log});
     else
@@ -109,7 +113,8 @@ struct Bench {
     std::vector<std::string> args =
         line == Line::kTcp
             ? std::vector<std::string>{"--tcp", unit.Tcp(), "--json"}
-            : std::vector<std::string>{"--serial", unit.serial, "--settings", "9600,N,8,1", "--address", "A", "--json"};
+            : std::vector<std::string>{"--serial",  unit.serial, "--settings", "9600,N,8,1",
+                                       "--address", "A",         "--json"};
     args.insert(args.end(), options.begin(), options.end());
     args.insert(args.end(), {"script", "-"});
     const CliRun r = Cli(args, 60000, script);
@@ -125,9 +130,15 @@ struct Bench {
   Unit unit;
 };
 
-std::string Text(const QJsonObject& state, const char* control) { return Str(Control(state, control), "text"); }
-std::string Caption(const QJsonObject& state, const char* control) { return Str(Control(state, control), "caption"); }
-int Value(const QJsonObject& state, const char* control) { return Control(state, control)["value"].toInt(); }
+std::string Text(const QJsonObject& state, const char* control) {
+  return Str(Control(state, control), "text");
+}
+std::string Caption(const QJsonObject& state, const char* control) {
+  return Str(Control(state, control), "caption");
+}
+int Value(const QJsonObject& state, const char* control) {
+  return Control(state, control)["value"].toInt();
+}
 bool Visible(const QJsonObject& state, const char* control, const char* where = "form") {
   return Control(state, control, where)["visible"].toBool();
 }
@@ -142,7 +153,8 @@ std::vector<std::string> Boxes(const QJsonObject& state) {
 
 size_t Count(const std::string& text, const std::string& what) {
   size_t n = 0;
-  for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + what.size())) ++n;
+  for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + what.size()))
+    ++n;
   return n;
 }
 
@@ -169,7 +181,8 @@ TEST(OperatorEndToEnd, ALocalUnitIsLeftAloneAndTheCheckBoxesGoBack) {
   ASSERT_EQ(run.states.size(), 3u) << run.err;
   // One box per action: the put-back of a check box runs no second pass.
   EXPECT_EQ(Count(run.err, "Communication Error: Not in Remote Mode"), 5u) << run.err;
-  EXPECT_EQ(Boxes(run.states[0]), std::vector<std::string>{"Communication Error: Not in Remote Mode"});
+  EXPECT_EQ(Boxes(run.states[0]),
+            std::vector<std::string>{"Communication Error: Not in Remote Mode"});
   EXPECT_EQ(Value(run.states[0], "chkPS"), 1);
   const QJsonObject& end = run.states[1];
   EXPECT_EQ(Boxes(end).size(), 5u);
@@ -242,7 +255,8 @@ TEST(OperatorEndToEnd, TheNowButtonAsksBeforeResettingATransmittingUnit) {
   auto cancelled = b.Script("click Command7\ndump\n", {"--answer", "cancel"});
   EXPECT_EQ(cancelled.code, 0) << cancelled.err;
   ASSERT_EQ(cancelled.states.size(), 2u);
-  EXPECT_NE(cancelled.err.find("Reset Unit?: This will reset the unit and \\ntake it offline"), std::string::npos)
+  EXPECT_NE(cancelled.err.find("Reset Unit?: This will reset the unit and \\ntake it offline"),
+            std::string::npos)
       << cancelled.err;
   EXPECT_EQ(Boxes(cancelled.states[0]), std::vector<std::string>{question});
   EXPECT_EQ(Text(cancelled.states[0], "txtDateTime"), unitClock);
@@ -278,7 +292,8 @@ TEST(OperatorEndToEnd, AttenuationTypedOrSteppedAndTheLinearizerFields) {
   Bench b("atten", {});
   ASSERT_TRUE(b.unit.ok);
   // .?P203 gives the largest attenuation in tenths of a dB.
-  const std::string maxAtten = OneDecimal(std::stod(ProfileValues("sspa120").at("param.203")) / 10.0);
+  const std::string maxAtten =
+      OneDecimal(std::stod(ProfileValues("sspa120").at("param.203")) / 10.0);
   ASSERT_EQ(maxAtten, "30.0");
   const auto run = b.Script(
       "set txtAtnDB \"\"\n"
@@ -316,7 +331,8 @@ TEST(OperatorEndToEnd, AttenuationTypedOrSteppedAndTheLinearizerFields) {
   EXPECT_EQ(Text(run.states[3], "txtLinAmp"), "007");
   EXPECT_EQ(Text(run.states[3], "txtLinPhase"), "007");
   EXPECT_TRUE(Boxes(run.states[3]).empty()) << run.err;
-  EXPECT_EQ(Boxes(run.states[4]), std::vector<std::string>{"Parameter Range Error: Value out of range."});
+  EXPECT_EQ(Boxes(run.states[4]),
+            std::vector<std::string>{"Parameter Range Error: Value out of range."});
   EXPECT_EQ(Text(run.states[4], "txtLinAmp"), "4096");
   // The up-down reaches 4096 although the field refuses it.
   EXPECT_EQ(Text(run.states[5], "txtLinAmp"), "4096");
@@ -353,9 +369,9 @@ TEST(OperatorEndToEnd, ConstantPowerLevelsInDbmAndInWatts) {
     EXPECT_EQ(Value(run.states[1], "chkConstPwr"), 1);
     EXPECT_EQ(Text(run.states[1], "txtConstLvl"), "1.1");  // read back from the unit
     EXPECT_TRUE(Boxes(run.states[1]).empty()) << run.err;
-    EXPECT_EQ(
-        Boxes(run.states[2]),
-        std::vector<std::string>{"Range Error: Value out of Range\r\n\r\nValid Range: 1.1 to " + maxdBm + " dBm"});
+    EXPECT_EQ(Boxes(run.states[2]),
+              std::vector<std::string>{
+                  "Range Error: Value out of Range\r\n\r\nValid Range: 1.1 to " + maxdBm + " dBm"});
     EXPECT_EQ(Value(run.states[2], "chkConstPwr"), 0);  // dropped back, without "H"
     EXPECT_EQ(b.SetsSent(), (Sets{"GM" + OneDecimal(std::stod(present)), "GM1.1"}));
   }
@@ -371,9 +387,10 @@ TEST(OperatorEndToEnd, ConstantPowerLevelsInDbmAndInWatts) {
     EXPECT_TRUE(Boxes(run.states[1]).empty()) << run.err;
     // One Watt above the floor: 1.001 W, shown as 1.0.
     const double maxW = std::pow(10.0, (std::stod(maxdBm) - 30.0) / 10.0);
-    EXPECT_EQ(Boxes(run.states[2]),
-              std::vector<std::string>{"Range Error: Value out of Range\r\n\r\nValid Range: 1.0 to " +
-                                       OneDecimal(maxW) + " Watts"});
+    EXPECT_EQ(
+        Boxes(run.states[2]),
+        std::vector<std::string>{"Range Error: Value out of Range\r\n\r\nValid Range: 1.0 to " +
+                                 OneDecimal(maxW) + " Watts"});
     EXPECT_EQ(Value(run.states[2], "chkConstPwr"), 0);
     // In Watts the command carries no "M".
     EXPECT_EQ(b.SetsSent(), (Sets{"G" + OneDecimal(std::stod(present)), "G1.1"}));
@@ -435,7 +452,8 @@ TEST(OperatorEndToEnd, SubBandsEndAtTheFirstHole) {
     EXPECT_EQ(Caption(run.states[0], "mnuSubB4"), "#4   " + values.at("subband.4.freq") + " GHz");
   }
   SCOPED_TRACE("a hole at 3");
-  const std::string profile = DerivedProfile("bucsspa", "bucsspa-hole", "", {{"subband.3.freq", "00.00"}});
+  const std::string profile =
+      DerivedProfile("bucsspa", "bucsspa-hole", "", {{"subband.3.freq", "00.00"}});
   Bench b("subband-hole", {"--profile", profile});
   ASSERT_TRUE(b.unit.ok);
   const auto run = b.Script(
@@ -513,7 +531,8 @@ TEST(OperatorEndToEnd, TheUnitAddressWithAndWithoutTheRs485Read) {
     ASSERT_EQ(run.states.size(), 2u);
     EXPECT_EQ(Text(run.states[0], "txtAdr"), "B");
     EXPECT_TRUE(run.states[0]["connected"].toBool());
-    const std::string expected = c.set ? c.set : "XR" + values.at("rs485.wire") + values.at("rs485.term") + "B";
+    const std::string expected =
+        c.set ? c.set : "XR" + values.at("rs485.wire") + values.at("rs485.term") + "B";
     EXPECT_EQ(b.SetsSent(), Sets{expected});
     // The frames after the change go to the new address, and are answered.
     const auto frames = FramesIn(b.log);

@@ -58,7 +58,8 @@ class ProfileHost {
     o.tcp = !serial;
     o.serial = serial;
     std::string err;
-    EXPECT_TRUE(sim::LoadProfile(sim::ResolveProfile(profile), o.unit, &err)) << profile << ": " << err;
+    EXPECT_TRUE(sim::LoadProfile(sim::ResolveProfile(profile), o.unit, &err))
+        << profile << ": " << err;
     return o;
   }
 

@@ -16,7 +16,6 @@
 namespace amp {
 namespace {
 
-
 struct Expected {
   const char* profile;
   char address;

@@ -39,35 +39,43 @@ std::vector<std::string> MismatchesBetweenModelAndWindow(DesktopApp& app) {
   for (ui::Control* c : f.Controls()) {
     QObject* o = app.binder().Bound(c->Name());
     auto bad = [&](const std::string& what, const QString& shown, const std::string& model) {
-      out.push_back(c->Name() + " " + what + ": widget '" + shown.toStdString() + "', model '" + model + "'");
+      out.push_back(c->Name() + " " + what + ": widget '" + shown.toStdString() + "', model '" +
+                    model + "'");
     };
     if (auto* m = dynamic_cast<ui::MenuItem*>(c)) {
       QAction* a = qobject_cast<QAction*>(o);
       if (auto* menu = qobject_cast<QMenu*>(o)) a = menu->menuAction();
       if (!a) continue;
       if (a->text() != Q(m->Caption())) bad("caption", a->text(), m->Caption());
-      if (a->isVisible() != m->Visible()) bad("visible", a->isVisible() ? "shown" : "hidden", m->Visible() ? "shown" : "hidden");
+      if (a->isVisible() != m->Visible())
+        bad("visible", a->isVisible() ? "shown" : "hidden", m->Visible() ? "shown" : "hidden");
       // A hidden action reports itself disabled whatever it was set to.
       if (m->Visible() && a->isEnabled() != m->Enabled())
         bad("enabled", a->isEnabled() ? "yes" : "no", m->Enabled() ? "yes" : "no");
-      if (a->isChecked() != m->Checked()) bad("checked", a->isChecked() ? "yes" : "no", m->Checked() ? "yes" : "no");
+      if (a->isChecked() != m->Checked())
+        bad("checked", a->isChecked() ? "yes" : "no", m->Checked() ? "yes" : "no");
       continue;
     }
     auto* w = qobject_cast<QWidget*>(o);
     if (!w) continue;
-    if (w->isHidden() == c->Visible()) bad("visible", w->isHidden() ? "hidden" : "shown", c->Visible() ? "shown" : "hidden");
+    if (w->isHidden() == c->Visible())
+      bad("visible", w->isHidden() ? "hidden" : "shown", c->Visible() ? "shown" : "hidden");
     if (auto* t = dynamic_cast<ui::TextBox*>(c)) {
-      if (auto* le = qobject_cast<QLineEdit*>(w); le && le->text() != Q(t->Text())) bad("text", le->text(), t->Text());
+      if (auto* le = qobject_cast<QLineEdit*>(w); le && le->text() != Q(t->Text()))
+        bad("text", le->text(), t->Text());
     } else if (auto* l = dynamic_cast<ui::Label*>(c)) {
-      if (auto* ql = qobject_cast<QLabel*>(w); ql && ql->text() != Q(l->Caption())) bad("caption", ql->text(), l->Caption());
+      if (auto* ql = qobject_cast<QLabel*>(w); ql && ql->text() != Q(l->Caption()))
+        bad("caption", ql->text(), l->Caption());
     } else if (auto* chk = dynamic_cast<ui::CheckBox*>(c)) {
       auto* qc = qobject_cast<QCheckBox*>(w);
-      if (qc && qc->isChecked() != (chk->Value() == 1)) bad("value", qc->isChecked() ? "1" : "0", std::to_string(chk->Value()));
+      if (qc && qc->isChecked() != (chk->Value() == 1))
+        bad("value", qc->isChecked() ? "1" : "0", std::to_string(chk->Value()));
     } else if (auto* list = dynamic_cast<ui::ListControl*>(c)) {
       auto* cb = qobject_cast<QComboBox*>(w);
       if (cb && cb->currentIndex() != list->ListIndex())
         bad("index", QString::number(cb->currentIndex()), std::to_string(list->ListIndex()));
-      if (cb && cb->count() != list->ListCount()) bad("items", QString::number(cb->count()), std::to_string(list->ListCount()));
+      if (cb && cb->count() != list->ListCount())
+        bad("items", QString::number(cb->count()), std::to_string(list->ListCount()));
     } else if (auto* cmd = dynamic_cast<ui::CommandButton*>(c)) {
       auto* b = qobject_cast<QPushButton*>(w);
       if (b && b->text() != Q(cmd->Caption())) bad("caption", b->text(), cmd->Caption());
@@ -91,7 +99,8 @@ class AmpdeskWindow : public ::testing::Test {
   }
   std::string SettingsPath() const { return dir_.filePath("AmpDesk.ini").toStdString(); }
   static bool SessionUp(DesktopApp& app) {
-    return app.desk().frmMain.btnConnect.Caption() == "Disconnect" && !app.desk().frmMain.txtFdBm.Text().empty();
+    return app.desk().frmMain.btnConnect.Caption() == "Disconnect" &&
+           !app.desk().frmMain.txtFdBm.Text().empty();
   }
   QTemporaryDir dir_;
 };
@@ -104,7 +113,8 @@ TEST_F(AmpdeskWindow, ADemoSessionFillsTheWindowWithWhatThePanelModelHolds) {
     app.onEnd = [&] { ++ends; };
     std::string error;
     ASSERT_TRUE(app.Start(&error)) << error;
-    ASSERT_TRUE(PumpUntil([&] { return SessionUp(app); }, 20000)) << "no session with the simulated unit";
+    ASSERT_TRUE(PumpUntil([&] { return SessionUp(app); }, 20000))
+        << "no session with the simulated unit";
     // A few polls go by; the window follows each of them.
     PumpUntil([] { return false; }, 3000);
 
@@ -115,7 +125,8 @@ TEST_F(AmpdeskWindow, ADemoSessionFillsTheWindowWithWhatThePanelModelHolds) {
     EXPECT_EQ(w.windowTitle(), Q(f.Caption()));
     const bool twta = std::string(profile) == "twta127";
     EXPECT_EQ(w.findChild<QLabel*>("lblUnitTempType")->text(), twta ? "TWTA" : "SSPA");
-    EXPECT_EQ(w.findChild<QGroupBox*>("Frame30")->isHidden(), !twta) << "the tube readouts belong to a tube unit";
+    EXPECT_EQ(w.findChild<QGroupBox*>("Frame30")->isHidden(), !twta)
+        << "the tube readouts belong to a tube unit";
     EXPECT_TRUE(w.findChild<QLabel*>("Label33")->isVisible());  // Remote or Local
     EXPECT_EQ(ends, 0);
   }
@@ -170,7 +181,8 @@ TEST_F(AmpdeskWindow, ASerialDeviceNamedOnTheCommandLineIsFoundAndPolled) {
     DesktopApp app(o);
     app.onEnd = [] {};
     ASSERT_TRUE(app.Start(&error)) << error;
-    ASSERT_TRUE(PumpUntil([&] { return SessionUp(app); }, 30000)) << "the unit on " << sim.SerialPath() << " was not found";
+    ASSERT_TRUE(PumpUntil([&] { return SessionUp(app); }, 30000))
+        << "the unit on " << sim.SerialPath() << " was not found";
     EXPECT_EQ(MismatchesBetweenModelAndWindow(app), std::vector<std::string>{});
     // The slot the device went into is the one the menu shows checked.
     int checked = 0;
@@ -243,7 +255,8 @@ TEST_F(AmpdeskScript, ClickingTheTransmitterBoxTurnsTheUnitOnAndTheWindowShowsIt
   app.onEnd = [] {};
   std::string error;
   ASSERT_TRUE(app.Start(&error)) << error;
-  ASSERT_TRUE(PumpUntil([&] { return app.ScriptEnded(); }, 40000)) << "the script did not run to its end";
+  ASSERT_TRUE(PumpUntil([&] { return app.ScriptEnded(); }, 40000))
+      << "the script did not run to its end";
   EXPECT_FALSE(app.ScriptFailed());
 
   ui::FrmMain& f = app.desk().frmMain;
@@ -261,7 +274,8 @@ TEST_F(AmpdeskScript, ClickingTheTransmitterBoxTurnsTheUnitOnAndTheWindowShowsIt
 }
 
 TEST_F(AmpdeskScript, ADialogIsShownAsAWindowWhileTheScriptAnswersIt) {
-  DesktopApp app(Scripted("sspa120", "click mnuHelpAbout\nwait 400\nclick frmAbout.cmdOK\nwait 100\n"));
+  DesktopApp app(
+      Scripted("sspa120", "click mnuHelpAbout\nwait 400\nclick frmAbout.cmdOK\nwait 100\n"));
   app.onEnd = [] {};
   std::string error;
   ASSERT_TRUE(app.Start(&error)) << error;
@@ -332,16 +346,19 @@ TEST(AmpdeskOptions, ReadsEachOptionAndRefusesWhatMakesNoSense) {
     }
   }
   DesktopOptions o;
-  ASSERT_EQ(ParseDesktopOptions({"--demo", "dualtwt108", "--tcp-later"}, o), "unknown argument '--tcp-later'");
+  ASSERT_EQ(ParseDesktopOptions({"--demo", "dualtwt108", "--tcp-later"}, o),
+            "unknown argument '--tcp-later'");
   DesktopOptions d;
-  ASSERT_EQ(ParseDesktopOptions({"--demo", "dualtwt108", "--screenshot", "s.png", "--after", "250"}, d), "");
+  ASSERT_EQ(
+      ParseDesktopOptions({"--demo", "dualtwt108", "--screenshot", "s.png", "--after", "250"}, d),
+      "");
   EXPECT_TRUE(d.demo);
   EXPECT_EQ(d.demoProfile, "dualtwt108");
   EXPECT_EQ(d.screenshot, "s.png");
   EXPECT_EQ(d.screenshotAfterMs, 250);
   DesktopOptions sa;
-  ASSERT_EQ(ParseDesktopOptions({"--demo=sspa120", "--sim-arg", "--local", "--sim-arg=--status=L@A@,H@@@,@@@@",
-                                 "--script", "run.txt"},
+  ASSERT_EQ(ParseDesktopOptions({"--demo=sspa120", "--sim-arg", "--local",
+                                 "--sim-arg=--status=L@A@,H@@@,@@@@", "--script", "run.txt"},
                                 sa),
             "");
   EXPECT_EQ(sa.demoProfile, "sspa120");
@@ -384,7 +401,10 @@ TEST_F(AmpdeskProgram, HelpBadArgumentsAndAScreenshotOfADemoSession) {
   QTemporaryDir dir;
   ASSERT_TRUE(dir.isValid());
   const QString png = dir.filePath("panel.png");
-  EXPECT_EQ(Run({"--demo", "twta127", "--settings-file", dir.filePath("s.ini"), "--screenshot", png, "--after", "4000"}, &err), 0)
+  EXPECT_EQ(Run({"--demo", "twta127", "--settings-file", dir.filePath("s.ini"), "--screenshot", png,
+                 "--after", "4000"},
+                &err),
+            0)
       << err.toStdString();
   QImage shot(png);
   ASSERT_FALSE(shot.isNull());
@@ -393,7 +413,9 @@ TEST_F(AmpdeskProgram, HelpBadArgumentsAndAScreenshotOfADemoSession) {
   // The settings of that run went to the file named, not the user's.
   EXPECT_TRUE(QFile::exists(dir.filePath("s.ini")));
 
-  EXPECT_EQ(Run({"--demo", "--screenshot", dir.filePath("no/such/folder/x.png"), "--after", "200"}, &err), 1);
+  EXPECT_EQ(
+      Run({"--demo", "--screenshot", dir.filePath("no/such/folder/x.png"), "--after", "200"}, &err),
+      1);
   EXPECT_TRUE(err.contains("cannot save the screenshot")) << err.toStdString();
 }
 

@@ -75,8 +75,9 @@ TEST(FormBinderMainWindow, EveryControlOfThePanelHasItsWidget) {
   EXPECT_EQ(FormBinder::ObjectNameFor(p.f.mnuCalTables[7]), "mnuCalTables_7");
   EXPECT_EQ(FormBinder::ObjectNameFor(p.f.txtFdBm), "txtFdBm");
   // Frames of the model are the group boxes that hold their controls.
-  for (const char* frame : {"Frame30", "Frame14", "Frame20", "Frame27", "fraRF", "fraTrips", "fraBand",
-                            "fraWaveguide", "fraTemp", "fraUnit", "fraFaults", "fraAlarms", "fraSummary"})
+  for (const char* frame :
+       {"Frame30", "Frame14", "Frame20", "Frame27", "fraRF", "fraTrips", "fraBand", "fraWaveguide",
+        "fraTemp", "fraUnit", "fraFaults", "fraAlarms", "fraSummary"})
     EXPECT_NE(p.Widget<QGroupBox>(frame), nullptr) << frame;
   EXPECT_TRUE(p.Widget<QGroupBox>("Frame30")->isAncestorOf(p.Widget<QLineEdit>("txtHelixV")));
   EXPECT_TRUE(p.Widget<QGroupBox>("fraRF")->isAncestorOf(p.Widget<QLineEdit>("txtFdBm")));
@@ -107,7 +108,8 @@ TEST(FormBinderDialogWindows, OptionButtonsFollowTheirModelGroupsNotTheirParents
   std::unique_ptr<QWidget> w = dialogs.BuildWindow("frmCom", nullptr);
   FormBinder binder(com, w.get());
   std::vector<std::string> clicks;
-  for (int i = 0; i < 3; ++i) com.optParity[i].Click = [&clicks, i] { clicks.push_back("parity " + std::to_string(i)); };
+  for (int i = 0; i < 3; ++i)
+    com.optParity[i].Click = [&clicks, i] { clicks.push_back("parity " + std::to_string(i)); };
   com.optParity[0].SetValue(true);
   com.optDataBits[1].SetValue(true);
   clicks.clear();
@@ -120,7 +122,8 @@ TEST(FormBinderDialogWindows, OptionButtonsFollowTheirModelGroupsNotTheirParents
   EXPECT_FALSE(com.optParity[0].Value());
   EXPECT_FALSE(w->findChild<QRadioButton*>("optParity_0")->isChecked());
   EXPECT_TRUE(odd->isChecked());
-  EXPECT_TRUE(w->findChild<QRadioButton*>("optDataBits_1")->isChecked()) << "another group is left alone";
+  EXPECT_TRUE(w->findChild<QRadioButton*>("optDataBits_1")->isChecked())
+      << "another group is left alone";
 }
 
 TEST(FormBinderDialogWindows, TheSubBandDialogShowsTheButtonsOfTheSubBandsTheModelHolds) {
@@ -131,10 +134,12 @@ TEST(FormBinderDialogWindows, TheSubBandDialogShowsTheButtonsOfTheSubBandsTheMod
   ASSERT_NE(w, nullptr);
   FormBinder binder(sb, w.get());
   std::vector<int> clicks;
-  for (int i = 0; i < ui::FrmSetSubBand::kSubBands; ++i) sb.optSelectedSB[i].Click = [&clicks, i] { clicks.push_back(i); };
+  for (int i = 0; i < ui::FrmSetSubBand::kSubBands; ++i)
+    sb.optSelectedSB[i].Click = [&clicks, i] { clicks.push_back(i); };
   // The model hides every button until the dialog loads; three sub-bands then.
   for (int i = 0; i < 3; ++i) {
-    sb.optSelectedSB[i].SetCaption("#" + std::to_string(i + 1) + "  1" + std::to_string(i) + ".7 GHz");
+    sb.optSelectedSB[i].SetCaption("#" + std::to_string(i + 1) + "  1" + std::to_string(i) +
+                                   ".7 GHz");
     sb.optSelectedSB[i].SetVisible(true);
   }
   sb.optSelectedSB[1].SetValue(true);
@@ -179,11 +184,13 @@ TEST(FormBinderModelToWidget, PropertiesOfEachKindOfControlFollowTheModel) {
   f.txtAtnDB.SetBackColor(ui::RGB(255, 255, 0));
   EXPECT_EQ(p.Widget<QLineEdit>("txtFdBm")->text(), "58.8");
   EXPECT_TRUE(p.Widget<QLineEdit>("txtAtnDB")->isReadOnly());
-  EXPECT_EQ(p.Widget<QLineEdit>("txtAtnDB")->palette().color(QPalette::Active, QPalette::Base), QColor(255, 255, 0));
+  EXPECT_EQ(p.Widget<QLineEdit>("txtAtnDB")->palette().color(QPalette::Active, QPalette::Base),
+            QColor(255, 255, 0));
   f.txtAtnDB.SetLocked(false);
   f.txtAtnDB.SetBackColor(0xFFFFFF);
   EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isReadOnly());
-  EXPECT_NE(p.Widget<QLineEdit>("txtAtnDB")->palette().color(QPalette::Active, QPalette::Base), QColor(255, 255, 0));
+  EXPECT_NE(p.Widget<QLineEdit>("txtAtnDB")->palette().color(QPalette::Active, QPalette::Base),
+            QColor(255, 255, 0));
   // A readout that is read-only by design stays so whatever Locked says.
   EXPECT_TRUE(p.Widget<QLineEdit>("txtFdBm")->isReadOnly());
 
@@ -219,7 +226,8 @@ TEST(FormBinderModelToWidget, PropertiesOfEachKindOfControlFollowTheModel) {
   f.txtAtnDB.SetEnabled(false);
   f.Frame27.SetEnabled(false);
   f.Frame27.SetEnabled(true);
-  EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isEnabled()) << "the field's own setting outlives its frame's";
+  EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isEnabled())
+      << "the field's own setting outlives its frame's";
 
   f.mnuUseEnet.SetChecked(true);
   f.mnuPLog.SetVisible(false);
@@ -262,7 +270,8 @@ TEST(FormBinderModelToWidget, StatusListsStackTheirShownLabelsByRow) {
   QWidget* box = p.Widget<QLabel>("FaultAbit_0")->parentWidget();
   ASSERT_TRUE(box->property("rowsByTop").toBool());
   EXPECT_TRUE(p.Widget<QGroupBox>("fraFaults")->isAncestorOf(box));
-  EXPECT_EQ(ShownRows(box), (std::vector<std::string>{"FaultBbit_1", "FaultAbit_3", "FaultDbit_0"}));
+  EXPECT_EQ(ShownRows(box),
+            (std::vector<std::string>{"FaultBbit_1", "FaultAbit_3", "FaultDbit_0"}));
 
   // The next poll moves a label up: the order follows.
   f.FaultBbit[1].SetVisible(false);
@@ -307,8 +316,8 @@ TEST(FormBinderWidgetToModel, ClicksReachTheHooksAndSetValuesFirst) {
   QTest::mouseClick(p.Widget<QLabel>("lblSBandFrq"), Qt::LeftButton);
   QTest::mouseDClick(p.Widget<QLabel>("lblSBandFrq"), Qt::LeftButton);
 
-  EXPECT_EQ(events, (std::vector<std::string>{"connect", "chkPS=1", "sw1=1", "useEnet", "watts", "subband click",
-                                              "subband dblclick"}));
+  EXPECT_EQ(events, (std::vector<std::string>{"connect", "chkPS=1", "sw1=1", "useEnet", "watts",
+                                              "subband click", "subband dblclick"}));
   EXPECT_EQ(p.Widget<QCheckBox>("chkPS")->checkState(), Qt::Checked);
   EXPECT_EQ(f.cmbWgSw1.ListIndex(), 1);
   EXPECT_TRUE(p.Widget<QAction>("mnuUseEnet")->isChecked());
@@ -406,7 +415,8 @@ TEST(FormBinderWidgetToModel, FocusMovesReportLostFocusBeforeGotFocusAndValidate
 
   clock->setFocus(Qt::MouseFocusReason);
   sn->setFocus(Qt::MouseFocusReason);
-  EXPECT_EQ(events, (std::vector<std::string>{"clock got", "clock validate", "clock lost", "sn got"}));
+  EXPECT_EQ(events,
+            (std::vector<std::string>{"clock got", "clock validate", "clock lost", "sn got"}));
 
   clock->setFocus(Qt::MouseFocusReason);
   events.clear();
@@ -434,7 +444,8 @@ TEST(FormBinderWidgetToModel, UpDownArrowsRaiseUpAndDownClicksWithoutSteppingThe
   auto* sb = p.Widget<QSpinBox>("UpDown1");
   ASSERT_GT(sb->width(), 0);
 
-  QTest::mouseClick(sb, Qt::LeftButton, {}, SpinArrow(sb, QStyle::SC_SpinBoxUp));  // at the top already
+  QTest::mouseClick(sb, Qt::LeftButton, {},
+                    SpinArrow(sb, QStyle::SC_SpinBoxUp));  // at the top already
   QTest::mouseClick(sb, Qt::LeftButton, {}, SpinArrow(sb, QStyle::SC_SpinBoxDown));
   QTest::keyClick(sb, Qt::Key_Up);
   EXPECT_EQ(events, (std::vector<std::string>{"up", "down", "up"}));

@@ -19,7 +19,8 @@ namespace {
 
 struct Pty {
   int master = posix_openpt(O_RDWR | O_NOCTTY);
-  std::string path = master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0 ? ptsname(master) : "";
+  std::string path =
+      master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0 ? ptsname(master) : "";
   ~Pty() { Hangup(); }
   void Hangup() {
     if (master >= 0) close(master);
@@ -132,8 +133,9 @@ TEST_F(QtCommPortTest, RejectsBadValuesAndExplainsOpenFailures) {
   EXPECT_EQ(port.SetCommPort(0), "Invalid Port Number");
   EXPECT_EQ(port.SetCommPort(11), "Invalid Port Number");
   EXPECT_EQ(port.PortNumber(), 3);
-  for (const char* bad : {"", "9600", "9600,N,8", "9600,N,8,1,1", "fast,N,8,1", "9600,X,8,1", "9600,NN,8,1",
-                          "9600,N,9,1", "9600,N,4,1", "9600,N,8,3", "9600,N,8,1.2", "-9600,N,8,1", "0,N,8,1"})
+  for (const char* bad :
+       {"", "9600", "9600,N,8", "9600,N,8,1,1", "fast,N,8,1", "9600,X,8,1", "9600,NN,8,1",
+        "9600,N,9,1", "9600,N,4,1", "9600,N,8,3", "9600,N,8,1.2", "-9600,N,8,1", "0,N,8,1"})
     EXPECT_EQ(port.SetSettings(bad), "Invalid property value") << bad;
   EXPECT_EQ(port.Settings(), "9600,N,8,1");
   EXPECT_EQ(port.SetSettings(" 4800 , s , 5 , 1.5 "), "");

@@ -61,7 +61,8 @@ TEST(QtDialogsModalForm, RunsLoadShowsTheBoundWindowAndReturnsWhenUnloaded) {
   FrmTest form;
   std::vector<std::string> events;
   form.Load = [&] {
-    events.push_back(std::string("load, shown=") + (dialogs.ActiveFormWindow()->isVisible() ? "yes" : "no"));
+    events.push_back(std::string("load, shown=") +
+                     (dialogs.ActiveFormWindow()->isVisible() ? "yes" : "no"));
     form.lblInfo.SetCaption("Enter the new address");
   };
   form.cmdOK.Click = [&] {
@@ -114,10 +115,12 @@ TEST(QtDialogsModalForm, AFormWithoutAWindowIsReportedNotWaitedFor) {
   bool loaded = false;
   form.Load = [&] { loaded = true; };
   std::string text;
-  auto acted = WhenModalAppears([&](QWidget* w) {
-    text = qobject_cast<QMessageBox*>(w)->text().toStdString();
-    Press(w, QMessageBox::Ok);
-  }, 5000, IsMessageBox);
+  auto acted = WhenModalAppears(
+      [&](QWidget* w) {
+        text = qobject_cast<QMessageBox*>(w)->text().toStdString();
+        Press(w, QMessageBox::Ok);
+      },
+      5000, IsMessageBox);
   dialogs.ShowModal(form);
   EXPECT_TRUE(*acted);
   EXPECT_NE(text.find("frmTest"), std::string::npos);
@@ -155,21 +158,26 @@ TEST(QtDialogsBoxes, MessageBoxesShowTheirTextIconAndButtonsAndReturnTheAnswer) 
   const Case cases[] = {
       {MsgButtons::OK, MsgIcon::Critical, QMessageBox::Ok, MsgResult::OK, QMessageBox::Critical},
       {MsgButtons::YesNo, MsgIcon::Question, QMessageBox::No, MsgResult::No, QMessageBox::Question},
-      {MsgButtons::YesNoCancel, MsgIcon::Exclamation, QMessageBox::Cancel, MsgResult::Cancel, QMessageBox::Warning},
-      {MsgButtons::RetryCancel, MsgIcon::Information, QMessageBox::Retry, MsgResult::Retry, QMessageBox::Information},
+      {MsgButtons::YesNoCancel, MsgIcon::Exclamation, QMessageBox::Cancel, MsgResult::Cancel,
+       QMessageBox::Warning},
+      {MsgButtons::RetryCancel, MsgIcon::Information, QMessageBox::Retry, MsgResult::Retry,
+       QMessageBox::Information},
       {MsgButtons::OKCancel, MsgIcon::None, QMessageBox::Ok, MsgResult::OK, QMessageBox::NoIcon},
   };
   for (const Case& c : cases) {
     QString title, text;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
-    auto acted = WhenModalAppears([&](QWidget* w) {
-      auto* mb = qobject_cast<QMessageBox*>(w);
-      title = mb->windowTitle();
-      text = mb->text();
-      icon = mb->icon();
-      Press(w, c.press);
-    }, 5000, IsMessageBox);
-    const MsgResult r = dialogs.MsgBox("Not in Remote Mode", c.buttons, c.icon, "Communication Error");
+    auto acted = WhenModalAppears(
+        [&](QWidget* w) {
+          auto* mb = qobject_cast<QMessageBox*>(w);
+          title = mb->windowTitle();
+          text = mb->text();
+          icon = mb->icon();
+          Press(w, c.press);
+        },
+        5000, IsMessageBox);
+    const MsgResult r =
+        dialogs.MsgBox("Not in Remote Mode", c.buttons, c.icon, "Communication Error");
     EXPECT_TRUE(*acted);
     EXPECT_EQ(r, c.expected);
     EXPECT_EQ(title, "Communication Error");
@@ -180,8 +188,10 @@ TEST(QtDialogsBoxes, MessageBoxesShowTheirTextIconAndButtonsAndReturnTheAnswer) 
 
 TEST(QtDialogsBoxes, EscapeOnABoxWithCancelAnswersCancel) {
   QtDialogs dialogs;
-  auto acted = WhenModalAppears([](QWidget* w) { QTest::keyClick(w, Qt::Key_Escape); }, 5000, IsMessageBox);
-  EXPECT_EQ(dialogs.MsgBox("Overwrite?", MsgButtons::YesNoCancel, MsgIcon::Question, "Save"), MsgResult::Cancel);
+  auto acted =
+      WhenModalAppears([](QWidget* w) { QTest::keyClick(w, Qt::Key_Escape); }, 5000, IsMessageBox);
+  EXPECT_EQ(dialogs.MsgBox("Overwrite?", MsgButtons::YesNoCancel, MsgIcon::Question, "Save"),
+            MsgResult::Cancel);
   EXPECT_TRUE(*acted);
 }
 

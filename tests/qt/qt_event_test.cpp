@@ -21,7 +21,9 @@ TEST(QtEventPump, WaitForEventsWakesOnDataAndOtherwiseBlocks) {
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
   QTcpSocket client;
   client.connectToHost(QHostAddress::LocalHost, server.serverPort());
-  ASSERT_TRUE(PumpUntil([&] { return client.state() == QAbstractSocket::ConnectedState && server.hasPendingConnections(); }));
+  ASSERT_TRUE(PumpUntil([&] {
+    return client.state() == QAbstractSocket::ConnectedState && server.hasPendingConnections();
+  }));
   QTcpSocket* peer = server.nextPendingConnection();
   for (int i = 0; i < 5; ++i) pump.DoEvents();
 

@@ -35,13 +35,18 @@ TEST(QtSettingsStore, RoundTripsPerApplicationAndSection) {
 
 TEST(QtComSlots, EnvironmentFirstThenUsbAdaptersThenOnBoardPorts) {
   std::map<int, std::string> env{{2, "/dev/ttyAmp"}, {4, ""}};
-  auto lookup = [&](int n) { return env.count(n) ? std::optional<std::string>(env[n]) : std::nullopt; };
-  const ComSlots table = BuildComSlots(
-      lookup, {"/dev/ttyS10", "/dev/ttyS2", "/dev/ttyACM0", "/dev/ttyUSB1", "/dev/ttyAmp", "/dev/ttyUSB0",
-               "/dev/rfcomm0", "/dev/ttyS0", "/dev/ttyS1", "/dev/ttyS3", "/dev/ttyS4"});
-  const char* expected[] = {"/dev/ttyUSB0", "/dev/ttyAmp", "/dev/ttyUSB1", "", "/dev/ttyACM0",
-                            "/dev/rfcomm0", "/dev/ttyS0", "/dev/ttyS1", "/dev/ttyS2", "/dev/ttyS3"};
-  for (int n = 1; n <= ComSlots::kCount; ++n) EXPECT_EQ(table.Path(n), expected[n - 1]) << "COM" << n;
+  auto lookup = [&](int n) {
+    return env.count(n) ? std::optional<std::string>(env[n]) : std::nullopt;
+  };
+  const ComSlots table =
+      BuildComSlots(lookup, {"/dev/ttyS10", "/dev/ttyS2", "/dev/ttyACM0", "/dev/ttyUSB1",
+                             "/dev/ttyAmp", "/dev/ttyUSB0", "/dev/rfcomm0", "/dev/ttyS0",
+                             "/dev/ttyS1", "/dev/ttyS3", "/dev/ttyS4"});
+  const char* expected[] = {"/dev/ttyUSB0", "/dev/ttyAmp",  "/dev/ttyUSB1", "",
+                            "/dev/ttyACM0", "/dev/rfcomm0", "/dev/ttyS0",   "/dev/ttyS1",
+                            "/dev/ttyS2",   "/dev/ttyS3"};
+  for (int n = 1; n <= ComSlots::kCount; ++n)
+    EXPECT_EQ(table.Path(n), expected[n - 1]) << "COM" << n;
 
   qputenv("AMPDESK_COM7", "/tmp/amp-test-device");
   const ComSlots host = DefaultComSlots();

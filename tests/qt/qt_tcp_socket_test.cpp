@@ -35,9 +35,11 @@ struct Recorder {
       lastTotal = total;
       if (takeData) data += s.GetData();
     };
-    e.Error = [this, note](int number, const std::string& description, long scode, const std::string& source) {
+    e.Error = [this, note](int number, const std::string& description, long scode,
+                           const std::string& source) {
       note('E');
-      ++errors, lastError = number, lastDescription = description, lastScode = scode, lastSource = source;
+      ++errors, lastError = number, lastDescription = description, lastScode = scode,
+                lastSource = source;
     };
     e.Close = [note] { note('X'); };
     s.SetEvents(e);

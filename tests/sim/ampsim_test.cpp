@@ -90,7 +90,8 @@ TEST(AmpsimProgram, ServesBothLinksAndStopsCleanlyOnSigterm) {
   ASSERT_GT(c.pid, 0);
   std::string ready = ReadUntil(c.out.get(), "\n", kWaitMs);
   std::smatch m;
-  ASSERT_TRUE(std::regex_match(ready, m, std::regex(R"(ampsim ready tcp=127\.0\.0\.1:(\d+) serial=(/dev/\S+)\n)")))
+  ASSERT_TRUE(std::regex_match(
+      ready, m, std::regex(R"(ampsim ready tcp=127\.0\.0\.1:(\d+) serial=(/dev/\S+)\n)")))
       << ready;
   int port = std::stoi(m[1]);
   std::string ptsPath = m[2];
@@ -154,11 +155,32 @@ TEST(AmpsimProgram, RejectsBadCommandLinesWithUsage) {
 
   Outcome help = RunToEnd({"--help"});
   EXPECT_EQ(help.code, 0);
-  for (const char* option :
-       {"--tcp", "--no-tcp", "--serial", "--address", "--printable", "--baud", "--line", "--frame-log",
-        "--drop-every", "--nak-every", "--bad-checksum-every", "--close-every", "--delay", "--prefix",
-        "--babble", "--split", "--lf-separate", "--silent-after", "--unit-id", "--status", "--profile",
-        "--cr-only", "--tcp-byte-timing", "--local", "--list-profiles", "--help"}) {
+  for (const char* option : {"--tcp",
+                             "--no-tcp",
+                             "--serial",
+                             "--address",
+                             "--printable",
+                             "--baud",
+                             "--line",
+                             "--frame-log",
+                             "--drop-every",
+                             "--nak-every",
+                             "--bad-checksum-every",
+                             "--close-every",
+                             "--delay",
+                             "--prefix",
+                             "--babble",
+                             "--split",
+                             "--lf-separate",
+                             "--silent-after",
+                             "--unit-id",
+                             "--status",
+                             "--profile",
+                             "--cr-only",
+                             "--tcp-byte-timing",
+                             "--local",
+                             "--list-profiles",
+                             "--help"}) {
     EXPECT_NE(help.out.find(std::string("  ") + option + " "), std::string::npos) << option;
   }
 }
@@ -172,7 +194,8 @@ struct Running {
     child = Spawn(args);
     std::string ready = ReadUntil(child.out.get(), "\n", kWaitMs);
     std::smatch m;
-    if (std::regex_search(ready, m, std::regex(R"(tcp=127\.0\.0\.1:(\d+))"))) conn = ConnectTcp(std::stoi(m[1]));
+    if (std::regex_search(ready, m, std::regex(R"(tcp=127\.0\.0\.1:(\d+))")))
+      conn = ConnectTcp(std::stoi(m[1]));
   }
   ~Running() {
     if (child.pid > 0) {
@@ -230,7 +253,8 @@ TEST(AmpsimProgram, LocalModeRefusesSetCommandsButAnswersQueries) {
 TEST(AmpsimProgram, ListsProfilesAndRejectsUnknownNames) {
   Outcome list = RunToEnd({"--list-profiles"});
   EXPECT_EQ(list.code, 0);
-  for (const char* name : {"twta127\n", "dualtwt108\n", "sspa102\n", "fbdc2295\n", "bucsspa\n", "oldunit\n"})
+  for (const char* name :
+       {"twta127\n", "dualtwt108\n", "sspa102\n", "fbdc2295\n", "bucsspa\n", "oldunit\n"})
     EXPECT_NE(list.out.find(name), std::string::npos) << name;
 
   Outcome unknown = RunToEnd({"--tcp", "127.0.0.1:0", "--profile", "no-such-unit"});

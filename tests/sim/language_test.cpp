@@ -57,7 +57,7 @@ Status Poll(UnitState& unit) {
   return s;
 }
 
-const std::vector<std::string> kProfiles = {"sspa120", "sspa102", "bucsspa", "fbdc2295",
+const std::vector<std::string> kProfiles = {"sspa120", "sspa102",    "bucsspa", "fbdc2295",
                                             "twta127", "dualtwt108", "oldunit"};
 
 // One command of the index as the host sends it. `body` is what the host's
@@ -464,7 +464,8 @@ TEST(CommandIndex, EveryProfileAnswersEachMnemonicOrRefusesItsLackingFamilies) {
 }
 
 TEST(CommandIndex, LocalModeRefusesEverySetAndActionButAnswersQueries) {
-  for (const std::string& profile : {std::string("sspa120"), std::string("twta127"), std::string("bucsspa")}) {
+  for (const std::string& profile :
+       {std::string("sspa120"), std::string("twta127"), std::string("bucsspa")}) {
     UnitState base = Prepared(profile);
     base.SetRemote(false);
     EXPECT_EQ(Poll(base).summary[0] & summary::kRemote, 0) << profile;
@@ -584,10 +585,37 @@ TEST(SetCommands, QueriesReadBackWhatWasSet) {
 TEST(SetCommands, BadArgumentsAreRefusedAndChangeNothing) {
   UnitState u = Prepared("sspa120");
   const UnitState before = u;
-  for (const char* bad : {"K99", "K-1", "Kx", "PX3", "PTI2", "X1009601N81", "X1009600N9", "PEI1.2.3",
-                          "PEI1.2.3.256", "PC5", "PC7", "YK12-34", "YK426-22A1-004", "YH123", "YH0000010000002",
-                          "G0", "GM64.0", "MF-5", "E0", ".P999 1", ".P4 x", "TXx", "YIFa", "NP8",
-                          "QlldpSetupConfig 1;2", ".D5 100", ".D9 4096", "C-1", "PBS9", "PBS5", "TF0"}) {
+  for (const char* bad : {"K99",
+                          "K-1",
+                          "Kx",
+                          "PX3",
+                          "PTI2",
+                          "X1009601N81",
+                          "X1009600N9",
+                          "PEI1.2.3",
+                          "PEI1.2.3.256",
+                          "PC5",
+                          "PC7",
+                          "YK12-34",
+                          "YK426-22A1-004",
+                          "YH123",
+                          "YH0000010000002",
+                          "G0",
+                          "GM64.0",
+                          "MF-5",
+                          "E0",
+                          ".P999 1",
+                          ".P4 x",
+                          "TXx",
+                          "YIFa",
+                          "NP8",
+                          "QlldpSetupConfig 1;2",
+                          ".D5 100",
+                          ".D9 4096",
+                          "C-1",
+                          "PBS9",
+                          "PBS5",
+                          "TF0"}) {
     Reply r = Send(u, bad);
     EXPECT_FALSE(r.ack) << bad;
   }
@@ -712,12 +740,14 @@ TEST(Readouts, WanderWithinTheirBoundsAndRepeatRunForRun) {
     for (const auto& [key, amount] : u.wander) {
       const std::string& centre = u.values.at(key);
       size_t dot = centre.find('.');
-      double halfDigit = 0.5 * std::pow(10.0, -(dot == std::string::npos ? 0 : int(centre.size() - dot - 1)));
+      double halfDigit =
+          0.5 * std::pow(10.0, -(dot == std::string::npos ? 0 : int(centre.size() - dot - 1)));
       std::set<std::string> seen;
       for (int i = 0; i < 60; ++i) {
         std::string v = ReadValue(u, key);
         EXPECT_EQ(v, ReadValue(again, key)) << profile << " " << key;  // same count, same value
-        EXPECT_LE(std::fabs(std::atof(v.c_str()) - std::atof(centre.c_str())), amount + halfDigit + 1e-9)
+        EXPECT_LE(std::fabs(std::atof(v.c_str()) - std::atof(centre.c_str())),
+                  amount + halfDigit + 1e-9)
             << profile << " " << key << " = " << v;
         seen.insert(v);
       }
@@ -749,7 +779,8 @@ TEST(Logs, PagesComeFromTheProfileRecordsAndEndWithTheEndRecord) {
   std::vector<std::string> all = faults;
   all.push_back("--------------------");
   EXPECT_EQ(records(Ask(u, "4").substr(1)), all);  // the short log: everything, then the end
-  EXPECT_EQ(records(Ask(u, "410").substr(1)), std::vector<std::string>(all.begin() + 10, all.end()));
+  EXPECT_EQ(records(Ask(u, "410").substr(1)),
+            std::vector<std::string>(all.begin() + 10, all.end()));
 
   const auto& tenMin = u.lists.at("log.10min");
   ASSERT_GT(tenMin.size(), 20u);
@@ -767,7 +798,8 @@ TEST(Logs, PagesComeFromTheProfileRecordsAndEndWithTheEndRecord) {
   std::string head = "QF0;" + std::to_string(faults.size()) + ";10;";
   std::string first = Ask(u, "QF0;0");
   ASSERT_TRUE(first.starts_with(head)) << first;
-  EXPECT_EQ(records(first.substr(head.size())), std::vector<std::string>(faults.begin(), faults.begin() + 10));
+  EXPECT_EQ(records(first.substr(head.size())),
+            std::vector<std::string>(faults.begin(), faults.begin() + 10));
   std::string second = Ask(u, "QF10");
   EXPECT_TRUE(second.starts_with("QF10;" + std::to_string(faults.size()) + ";" +
                                  std::to_string(faults.size() - 10) + ";"))
@@ -779,7 +811,8 @@ TEST(Logs, PagesComeFromTheProfileRecordsAndEndWithTheEndRecord) {
   ASSERT_EQ((t0.size() - 3) % 200, 0u);
   EXPECT_EQ((t0.size() - 3) / 200, 10u);
   EXPECT_EQ(t0.substr(3, trend[0].size()), trend[0]);
-  EXPECT_EQ(t0.substr(3 + trend[0].size(), 200 - trend[0].size()), std::string(200 - trend[0].size(), ' '));
+  EXPECT_EQ(t0.substr(3 + trend[0].size(), 200 - trend[0].size()),
+            std::string(200 - trend[0].size(), ' '));
   EXPECT_EQ((t10.size() - 3) / 200, trend.size() - 10 + 1);
   EXPECT_TRUE(t10.substr(3 + 200 * (trend.size() - 10)).starts_with("-----"));
 
@@ -795,7 +828,7 @@ TEST(CalTables, EntriesReadAsLinesAndWritesTakeEffectOnSave) {
   EXPECT_EQ(Ask(u, "YFC60.0"), "YFC 60.0 dBm  Entry#3950");
   EXPECT_EQ(Ask(u, "YFC19.9"), "YFCNO ENTRY");
   EXPECT_EQ(Ask(u, "YAC-04.0"), "YAC -4.0 dB  Entry#4095");  // the attenuator table's keys are dB
-  EXPECT_FALSE(Send(u, "YFF12.3 0042").ack);  // no writing before a begin
+  EXPECT_FALSE(Send(u, "YFF12.3 0042").ack);                 // no writing before a begin
   ASSERT_TRUE(Send(u, "YFI").ack);
   ASSERT_TRUE(Send(u, "YFF12.3 0042").ack);
   ASSERT_TRUE(Send(u, "YFF12.4 0050").ack);
@@ -822,7 +855,8 @@ TEST(CalTables, EntriesReadAsLinesAndWritesTakeEffectOnSave) {
 
 TEST(Numbers, ReadAndWrittenWithAPointWhateverTheLocale) {
   double v = 0;
-  for (const char* good : {"12.5", "-0.5", "+3", "7.", ".25", "0"}) EXPECT_TRUE(ParseNumber(good, &v)) << good;
+  for (const char* good : {"12.5", "-0.5", "+3", "7.", ".25", "0"})
+    EXPECT_TRUE(ParseNumber(good, &v)) << good;
   EXPECT_TRUE(ParseNumber("-12.25", &v));
   EXPECT_EQ(v, -12.25);
   for (const char* bad : {"", "-", ".", "1e3", "1,5", "--1", "1-2", "1.2.3", " 1", "0x10", "nan"})

@@ -36,7 +36,7 @@ int ProjectOf(const std::string& identity) {
   std::smatch m;
   if (!std::regex_search(identity, m, std::regex(R"(715-(\d{4})-\d{3})"))) return -1;
   static const std::map<std::string, int> kFamilies = {{"2243", 107}, {"2251", 108}, {"2268", 126},
-                                                      {"2274", 129}, {"2287", 135}, {"2295", 139}};
+                                                       {"2274", 129}, {"2287", 135}, {"2295", 139}};
   auto it = kFamilies.find(m[1]);
   return it != kFamilies.end() ? it->second : std::stoi(m[1]);
 }
@@ -45,7 +45,8 @@ int ProjectOf(const std::string& identity) {
 
 TEST(Profiles, EveryProfileLoadsAndTheRequiredUnitsAreThere) {
   std::vector<std::string> names = ProfileNames();
-  for (const char* wanted : {"twta127", "dualtwt108", "sspa102", "fbdc2295", "bucsspa", "oldunit", "sspa120"})
+  for (const char* wanted :
+       {"twta127", "dualtwt108", "sspa102", "fbdc2295", "bucsspa", "oldunit", "sspa120"})
     EXPECT_NE(std::find(names.begin(), names.end(), wanted), names.end()) << wanted;
   EXPECT_NE(std::find(names.begin(), names.end(), std::string(kDefaultProfile)), names.end());
   for (const std::string& name : names) {
@@ -57,7 +58,8 @@ TEST(Profiles, EveryProfileLoadsAndTheRequiredUnitsAreThere) {
     EXPECT_FALSE(u.calTables.empty()) << name << " has no calibration tables";
     // Every reply text can travel inside a frame.
     for (const auto& [key, value] : u.values)
-      EXPECT_EQ(value.find_first_of("{}\r\n\x02\x03\x06\x15"), std::string::npos) << name << " " << key;
+      EXPECT_EQ(value.find_first_of("{}\r\n\x02\x03\x06\x15"), std::string::npos)
+          << name << " " << key;
   }
 }
 
@@ -117,34 +119,36 @@ TEST(Profiles, NamesResolveAndTheReadmeKnowsEveryFamily) {
   readme << in.rdbuf();
   for (const std::string& family : CommandFamilies()) {
     if (family == "param") continue;  // documented as param.N
-    EXPECT_NE(readme.str().find("`" + family + "`"), std::string::npos) << family << " is not in README.md";
+    EXPECT_NE(readme.str().find("`" + family + "`"), std::string::npos)
+        << family << " is not in README.md";
   }
 }
 
 TEST(Profiles, SectionsBuildListsTablesAndWander) {
   UnitState u;
   std::string error;
-  ASSERT_TRUE(ApplyProfile("name = bench\n"
-                           "summary = P@@@   # local unless the mode says so\n"
-                           "mode = local\n"
-                           "lacks = buc, lldp\n"
-                           "lacks = param.131\n"
-                           "[values]\n"
-                           "fwd_power = 47.0\n"
-                           "oem = \"  padded  \"\n"
-                           "part#2 = x#y\n"
-                           "[wander]\n"
-                           "fwd_power = 0.5\n"
-                           "[faultlog]\n"
-                           "# a comment, not a record\n"
-                           "Ovr Temp  47.0  30.1 10.0  80 E 240301 101010\n"
-                           "\n"
-                           "[log.cathode]\n"
-                           "[cal.atten]\n"
-                           "first = -1.0\n"
-                           "last = 1.0\n"
-                           "counts = 4000 .. 3000\n",
-                           u, &error))
+  ASSERT_TRUE(
+      ApplyProfile("name = bench\n"
+                   "summary = P@@@   # local unless the mode says so\n"
+                   "mode = local\n"
+                   "lacks = buc, lldp\n"
+                   "lacks = param.131\n"
+                   "[values]\n"
+                   "fwd_power = 47.0\n"
+                   "oem = \"  padded  \"\n"
+                   "part#2 = x#y\n"
+                   "[wander]\n"
+                   "fwd_power = 0.5\n"
+                   "[faultlog]\n"
+                   "# a comment, not a record\n"
+                   "Ovr Temp  47.0  30.1 10.0  80 E 240301 101010\n"
+                   "\n"
+                   "[log.cathode]\n"
+                   "[cal.atten]\n"
+                   "first = -1.0\n"
+                   "last = 1.0\n"
+                   "counts = 4000 .. 3000\n",
+                   u, &error))
       << error;
   EXPECT_FALSE(u.remote);
   EXPECT_EQ(u.summary[0], 0x10);

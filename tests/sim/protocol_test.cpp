@@ -39,7 +39,10 @@ TEST(FrameParser, FindsFramesAmongNoiseAndChecksTheirSums) {
   EXPECT_FALSE(frames[0].checksumOk);
 
   // A start byte inside a frame abandons the broken one.
-  frames = FeedAll(serial, "\x02" "B12" + simtest::SerialFrame('A', "1"));
+  frames = FeedAll(serial,
+                   "\x02"
+                   "B12" +
+                       simtest::SerialFrame('A', "1"));
   ASSERT_EQ(frames.size(), 1u);
   EXPECT_EQ(frames[0].text, "1");
   EXPECT_TRUE(frames[0].checksumOk);
@@ -51,8 +54,14 @@ TEST(FrameParser, FindsFramesAmongNoiseAndChecksTheirSums) {
   EXPECT_EQ(got, 1u);
 
   // An endless frame is dropped; the next good one still comes through.
-  std::string flood = "\x02" "A" + std::string(FrameParser::kMaxText + 10, 'x');
-  frames = FeedAll(serial, flood + "\x03" "Z" + simtest::SerialFrame('A', "1"));
+  std::string flood =
+      "\x02"
+      "A" +
+      std::string(FrameParser::kMaxText + 10, 'x');
+  frames = FeedAll(serial, flood +
+                               "\x03"
+                               "Z" +
+                               simtest::SerialFrame('A', "1"));
   ASSERT_EQ(frames.size(), 1u);
   EXPECT_EQ(frames[0].text, "1");
 
@@ -76,7 +85,8 @@ TEST(FrameParser, FindsFramesAmongNoiseAndChecksTheirSums) {
 }
 
 TEST(EncodeReply, BuildsBothFramingsWithTheirChecksums) {
-  EXPECT_EQ(EncodeReply(false, true, 'A', "1AA"), Bytes({0x06, 0x41, 0x31, 0x41, 0x41, 0x03, 0x75}));
+  EXPECT_EQ(EncodeReply(false, true, 'A', "1AA"),
+            Bytes({0x06, 0x41, 0x31, 0x41, 0x41, 0x03, 0x75}));
   EXPECT_EQ(EncodeReply(false, false, 'A', ""), Bytes({0x15, 0x41, 0x03, 0x57}));
   // '{' 'A' '1' 'A' 'A' '}' sums to 492; (492 - 32) mod 95 + 32 = 112 = 'p'.
   EXPECT_EQ(EncodeReply(true, true, 'A', "1AA"), "{A1AA}p");
@@ -91,7 +101,9 @@ TEST(EncodeReply, BuildsBothFramingsWithTheirChecksums) {
 TEST(CommandTable, LongestMnemonicWinsAndLocalModeRefusesSetCommands) {
   CommandTable table;
   auto echo = [](std::string tag) {
-    return [tag](UnitState&, std::string_view args) { return Reply::Ack(tag + "|" + std::string(args)); };
+    return [tag](UnitState&, std::string_view args) {
+      return Reply::Ack(tag + "|" + std::string(args));
+    };
   };
   table.Add("P", echo("short"));
   table.Add("PW", echo("long"));
@@ -205,14 +217,15 @@ TEST(UnitState, StatusWordsAndUnitIdTravelAsSixBitCharacters) {
 TEST(Profile, SetsTheUnitAndRejectsBadLinesWithoutPartialChanges) {
   UnitState unit;
   std::string error;
-  ASSERT_TRUE(ApplyProfile("# bench unit\n"
-                           "address = B\n"
-                           "unit_id = 0x0203   # second build\n"
-                           "summary = Q@@@\n"
-                           "fault=@A@@\n"
-                           "mode = local\n"
-                           "value.forward_power = 1200\n",
-                           unit, &error))
+  ASSERT_TRUE(
+      ApplyProfile("# bench unit\n"
+                   "address = B\n"
+                   "unit_id = 0x0203   # second build\n"
+                   "summary = Q@@@\n"
+                   "fault=@A@@\n"
+                   "mode = local\n"
+                   "value.forward_power = 1200\n",
+                   unit, &error))
       << error;
   EXPECT_EQ(unit.address, 'B');
   EXPECT_EQ(unit.unitId, 0x0203);

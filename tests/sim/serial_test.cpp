@@ -58,10 +58,12 @@ TEST_F(SerialUnit, AnswersOnlyItsOwnAddressAndChecksFrames) {
 
   // Priming CR LF first, as a host does when it opens the port.
   ASSERT_TRUE(SendAll(port_.get(), "\r\n" + SerialFrame('A', "1")));
-  EXPECT_EQ(ReadExactly(port_.get(), 7, kReplyWaitMs), Bytes({0x06, 0x41, 0x31, 0x41, 0x41, 0x03, 0x75}));
+  EXPECT_EQ(ReadExactly(port_.get(), 7, kReplyWaitMs),
+            Bytes({0x06, 0x41, 0x31, 0x41, 0x41, 0x03, 0x75}));
 
   ASSERT_TRUE(SendAll(port_.get(), Bytes({0x02, 0x41, 0x3F, 0x21, 0x23, 0x28, 0x03, 0x55})));
-  std::string status = Bytes({0x06, 0x41, 0x3F, 0x50}) + std::string(11, 0x40) + Bytes({0x03, 0x6B});
+  std::string status =
+      Bytes({0x06, 0x41, 0x3F, 0x50}) + std::string(11, 0x40) + Bytes({0x03, 0x6B});
   EXPECT_EQ(ReadExactly(port_.get(), status.size(), kReplyWaitMs), status);
 
   // Another unit's frame on the bus: not ours, not a word.
@@ -77,13 +79,15 @@ TEST_F(SerialUnit, AnswersOnlyItsOwnAddressAndChecksFrames) {
   port_ = OpenSerial(sim_->SerialPath(), B9600);
   ASSERT_TRUE(port_.valid());
   ASSERT_TRUE(SendAll(port_.get(), SerialFrame('A', "?!#9")));
-  EXPECT_EQ(ReadExactly(port_.get(), 14, kReplyWaitMs), ExpectedReply(true, 'A', "?P" + std::string(8, '@')));
+  EXPECT_EQ(ReadExactly(port_.get(), 14, kReplyWaitMs),
+            ExpectedReply(true, 'A', "?P" + std::string(8, '@')));
 
   EXPECT_EQ(sim_->ReceivedFrames(), (std::vector<std::string>{"1", "?!#(", "1", "?!#9"}));
   sim_->Stop();
   auto lines = ReadLines(log);
   ASSERT_EQ(lines.size(), 5u);  // the other unit's frame is on the wire too
-  EXPECT_TRUE(std::regex_match(lines[1], std::regex(R"(\d+\.\d{3} rx 02 41 3F 21 23 28 03 55  <STX>A\?!#\(<ETX>U)")))
+  EXPECT_TRUE(std::regex_match(
+      lines[1], std::regex(R"(\d+\.\d{3} rx 02 41 3F 21 23 28 03 55  <STX>A\?!#\(<ETX>U)")))
       << lines[1];
   EXPECT_NE(lines[2].find("<STX>B1<ETX>"), std::string::npos);
   std::remove(log.c_str());

@@ -68,7 +68,8 @@ TEST_F(TcpUnit, RepliesAreByteExact) {
   sim_->WithState([](UnitState& u) { u.unitId = 0x3F05; });
   EXPECT_EQ(Ask("?!#("), Ack("?Q@@@@B@@C@@D"));
   EXPECT_EQ(Ask("?!#9"), Ack("?Q@@@@B@@C"));
-  EXPECT_EQ(Ask("1"), Ack("1\x7F" "E"));
+  EXPECT_EQ(Ask("1"), Ack("1\x7F"
+                          "E"));
   EXPECT_FALSE(sim_->SetStatus("Q@@", "@@@@", "@@@@"));
 
   EXPECT_EQ(sim_->ReceivedFrames(),
@@ -105,13 +106,16 @@ TEST_F(TcpUnit, PartialBatchedAndNoisyInput) {
   EXPECT_EQ(ReadUntil(conn_.get(), kCrLf, kReplyWaitMs), Ack("1AA"));
 
   // Three frames with line noise between them in one write: three replies in order.
-  ASSERT_TRUE(Send(TcpFrame('A', "1") + "noise\x7F" + TcpFrame('A', "?!#9") + "\r\n" + TcpFrame('A', "Q")));
+  ASSERT_TRUE(
+      Send(TcpFrame('A', "1") + "noise\x7F" + TcpFrame('A', "?!#9") + "\r\n" + TcpFrame('A', "Q")));
   std::string expected = Ack("1AA") + Ack("?P" + std::string(8, '@')) + Nak("Q");
   EXPECT_EQ(ReadExactly(conn_.get(), expected.size(), kReplyWaitMs), expected);
 
   // A frame cut off by a new connection is forgotten; the newcomer is served
   // and the old connection is closed.
-  ASSERT_TRUE(Send(std::string("\x02" "A?!")));
+  ASSERT_TRUE(
+      Send(std::string("\x02"
+                       "A?!")));
   Fd second = ConnectTcp(sim_->TcpPort());
   ASSERT_TRUE(second.valid());
   EXPECT_TRUE(PeerClosed(conn_.get(), kReplyWaitMs));
@@ -125,7 +129,8 @@ TEST_F(TcpUnit, DropNakAndBadChecksumFollowTheirCounts) {
   Simulator::Faults f;
   f.dropEvery = 2;
   sim_->SetFaults(f);
-  ASSERT_TRUE(Send(TcpFrame('A', "1") + TcpFrame('A', "?!#(") + TcpFrame('A', "1") + TcpFrame('A', "?!#(")));
+  ASSERT_TRUE(Send(TcpFrame('A', "1") + TcpFrame('A', "?!#(") + TcpFrame('A', "1") +
+                   TcpFrame('A', "?!#(")));
   std::string twoIds = Ack("1AA") + Ack("1AA");
   EXPECT_EQ(ReadExactly(conn_.get(), twoIds.size(), kReplyWaitMs), twoIds);
   EXPECT_EQ(ReadFor(conn_.get(), kSilenceMs), "");
@@ -263,11 +268,14 @@ TEST_F(TcpUnit, AddedCommandsAnswerAndLocalModeRefusesSettings) {
     auto it = u.values.find("power");
     return Reply::Ack("PWR" + (it == u.values.end() ? std::string("0") : it->second));
   });
-  sim_->AddCommand("SETP", [](UnitState& u, std::string_view args) {
-    if (args.empty()) return Reply::Nak("SETP");
-    u.values["power"] = std::string(args);
-    return Reply::Ack("SETP");
-  }, /*remoteOnly=*/true);
+  sim_->AddCommand(
+      "SETP",
+      [](UnitState& u, std::string_view args) {
+        if (args.empty()) return Reply::Nak("SETP");
+        u.values["power"] = std::string(args);
+        return Reply::Ack("SETP");
+      },
+      /*remoteOnly=*/true);
 
   EXPECT_EQ(Ask("PWR"), Ack("PWR0"));
   EXPECT_EQ(Ask("SETP750"), Ack("SETP"));
@@ -299,9 +307,11 @@ TEST(SimulatorFrameLog, AppendsOneLinePerFrame) {
   std::vector<std::string> lines;
   for (std::string line; std::getline(in, line);) lines.push_back(line);
   ASSERT_EQ(lines.size(), 2u);
-  EXPECT_TRUE(std::regex_match(lines[0], std::regex(R"(\d+\.\d{3} rx 02 41 3F 21 23 28 03 4D  <STX>A\?!#\(<ETX>M)")))
+  EXPECT_TRUE(std::regex_match(
+      lines[0], std::regex(R"(\d+\.\d{3} rx 02 41 3F 21 23 28 03 4D  <STX>A\?!#\(<ETX>M)")))
       << lines[0];
-  EXPECT_TRUE(std::regex_match(lines[1], std::regex(R"(\d+\.\d{3} rx 02 43 31 03 4D  <STX>C1<ETX>M)")))
+  EXPECT_TRUE(
+      std::regex_match(lines[1], std::regex(R"(\d+\.\d{3} rx 02 43 31 03 4D  <STX>C1<ETX>M)")))
       << lines[1];
   std::remove(path.c_str());
 }
@@ -319,7 +329,8 @@ TEST(SimulatorLifecycle, StartSaysWhyItCannotRun) {
   taken.tcpPort = first.TcpPort();
   Simulator second(taken);
   EXPECT_FALSE(second.Start(&error));
-  EXPECT_NE(error.find("cannot listen on 127.0.0.1:" + std::to_string(first.TcpPort())), std::string::npos)
+  EXPECT_NE(error.find("cannot listen on 127.0.0.1:" + std::to_string(first.TcpPort())),
+            std::string::npos)
       << error;
 
   Simulator::Options badLine = o;

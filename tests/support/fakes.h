@@ -191,7 +191,10 @@ class FakeTcpSocket : public TcpSocket {
     ++closes;
     state = closeLeavesClosing ? sckClosing : sckClosed;
   }
-  void Accept(intptr_t id) override { accepted = id; state = sckConnected; }
+  void Accept(intptr_t id) override {
+    accepted = id;
+    state = sckConnected;
+  }
 
   // The peer's bytes arrive `delayMs` from now, as one DataArrival.
   void Deliver(const std::string& bytes, int64_t delayMs = 0) {

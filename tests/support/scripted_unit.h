@@ -28,7 +28,9 @@ class ScriptedUnit : public LinkParts {
   }
   void Refuse(const std::string& command) { script_[command].push_back(Frame('\x15', command)); }
   // The whole reply exactly as given (for broken frames).
-  void Raw(const std::string& command, const std::string& frame) { script_[command].push_back(frame); }
+  void Raw(const std::string& command, const std::string& frame) {
+    script_[command].push_back(frame);
+  }
   void Silent(const std::string& command) { script_[command].push_back(std::string()); }
 
   static std::string Frame(char first, const std::string& body, char address = 'A') {

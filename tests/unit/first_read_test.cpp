@@ -63,14 +63,12 @@ TEST(FirstTimeRead, AsksInTheOrderEachStepRestsOn) {
 
   // The first time each of these goes out; one per step or group of steps.
   const std::vector<std::string> order = {
-      "YT",     "0C",     "00",     "PBS1?",  "YB?",    "YM?",    "PS?",    "PO?",
-      "YFTF?",  ".?P334", ".?P349", "QS?",    "PBA?",   "PTI?",   "YJ?",    "PBG?",
-      "PX?",    ".?P131", ".?P203", "TF?",    "YIF?",   "YIA?",   ".?P151", ".?P212",
-      "?%",     "?A",     "PBJ?",   "YCI?",   "?P",     "?Q",     "?!",     "?(",
-      "?M",     "?N",     "N?",     "X1?",    "X2?",    "XR?",    ".?B1",   "T?",
-      ".?P71",  "PG?",    "PBKF?",  "PBKA?",  "PBKI?",  "PBKL?",  "?T",     ".?P54",
-      "G?",     "?HLR",   "PR?",    "YC?",    "PBCA?",  ".?P92",  "PEI?",   "PBW?",
-      "PBO?"};
+      "YT",     "0C",   "00",     "PBS1?",  "YB?",   "YM?",   "PS?",  "PO?",    "YFTF?",  ".?P334",
+      ".?P349", "QS?",  "PBA?",   "PTI?",   "YJ?",   "PBG?",  "PX?",  ".?P131", ".?P203", "TF?",
+      "YIF?",   "YIA?", ".?P151", ".?P212", "?%",    "?A",    "PBJ?", "YCI?",   "?P",     "?Q",
+      "?!",     "?(",   "?M",     "?N",     "N?",    "X1?",   "X2?",  "XR?",    ".?B1",   "T?",
+      ".?P71",  "PG?",  "PBKF?",  "PBKA?",  "PBKI?", "PBKL?", "?T",   ".?P54",  "G?",     "?HLR",
+      "PR?",    "YC?",  "PBCA?",  ".?P92",  "PEI?",  "PBW?",  "PBO?"};
   long last = -1;
   for (const std::string& command : order) {
     const long at = b.Position(command);
@@ -302,25 +300,30 @@ TEST(PanelForms, DisableFormInItsOrder) {
   b.first.DisableForm();
 
   const std::vector<std::string> expected = {
-      "txtPN", "txtSN", "txtAdr", "txtDateTime", "txtAtnDB", "txtAtnCnt", "UpDown1", "UpDown2",
-      "UpDown3", "UpDown4", "txtLinAmp", "txtLinPhase", "cmbWgCfg", "cmbRfBand",
-      "mnuCalTables(0)", "mnuCalTables(1)", "mnuCalTables(2)", "mnuCalTables(3)",
-      "mnuCalTables(4)", "mnuCalTables(5)", "mnuCalTables(6)", "mnuCalTables(7)", "txtPSHours",
-      "txtXmtHours", "txtConstLvl", "cmbWgSw1", "cmbWgSw2", "chkAutoMode", "chkPS", "chkRFI",
-      "chkConstPwr", "txtFhiLvl", "txtFloLvl", "txtRhiLvl", "mnuPsVset", "cmbFhiTripType",
-      "cmbFloTripType", "cmbRhiTripType", "mnuAtnCal", "mnuLoadFile", "mnuSaveAs", "mnuMfgInfo",
-      "mnuISense", "mnuDnldFltLog", "mnuFaultLog", "mnuRRfOffset", "mnuFltAlm", "Command7",
-      "mnu2ndUmbilical", "mnuEnetCfg", "mnuMaxPwrLvl", "mnuAmpCom", "mnuRfBandCfg",
-      "mnuStartupCfg", "mnuClrHrs", "mnuWatts", "btnFaultReset", "mnuHtrStby", "mnuSumFltTest",
-      "mnuAutoClrBUC", "mnuGainBal", "mnuModelCfgPN", "mnuTempTripLevels"};
+      "txtPN",           "txtSN",           "txtAdr",           "txtDateTime",
+      "txtAtnDB",        "txtAtnCnt",       "UpDown1",          "UpDown2",
+      "UpDown3",         "UpDown4",         "txtLinAmp",        "txtLinPhase",
+      "cmbWgCfg",        "cmbRfBand",       "mnuCalTables(0)",  "mnuCalTables(1)",
+      "mnuCalTables(2)", "mnuCalTables(3)", "mnuCalTables(4)",  "mnuCalTables(5)",
+      "mnuCalTables(6)", "mnuCalTables(7)", "txtPSHours",       "txtXmtHours",
+      "txtConstLvl",     "cmbWgSw1",        "cmbWgSw2",         "chkAutoMode",
+      "chkPS",           "chkRFI",          "chkConstPwr",      "txtFhiLvl",
+      "txtFloLvl",       "txtRhiLvl",       "mnuPsVset",        "cmbFhiTripType",
+      "cmbFloTripType",  "cmbRhiTripType",  "mnuAtnCal",        "mnuLoadFile",
+      "mnuSaveAs",       "mnuMfgInfo",      "mnuISense",        "mnuDnldFltLog",
+      "mnuFaultLog",     "mnuRRfOffset",    "mnuFltAlm",        "Command7",
+      "mnu2ndUmbilical", "mnuEnetCfg",      "mnuMaxPwrLvl",     "mnuAmpCom",
+      "mnuRfBandCfg",    "mnuStartupCfg",   "mnuClrHrs",        "mnuWatts",
+      "btnFaultReset",   "mnuHtrStby",      "mnuSumFltTest",    "mnuAutoClrBUC",
+      "mnuGainBal",      "mnuModelCfgPN",   "mnuTempTripLevels"};
   EXPECT_EQ(order, expected);
   EXPECT_EQ(DisabledControls(b.f), std::set<std::string>(expected.begin(), expected.end()));
   EXPECT_FALSE(b.f.mnuAutoClrBUC.Checked());
   EXPECT_TRUE(b.f.mnuUseEnet.Enabled());
   EXPECT_FALSE(b.v.mEnterHandled);
-  for (const ui::MenuItem* m : {&b.f.mnuHtrStby, &b.f.mnuWgArcTest, &b.f.mnuRfiInvert,
-                                &b.f.mnulcBucSetup, &b.f.mnuReturnLoss, &b.f.mnuAutoHVDisable,
-                                &b.f.mnuTrendLogs})
+  for (const ui::MenuItem* m :
+       {&b.f.mnuHtrStby, &b.f.mnuWgArcTest, &b.f.mnuRfiInvert, &b.f.mnulcBucSetup,
+        &b.f.mnuReturnLoss, &b.f.mnuAutoHVDisable, &b.f.mnuTrendLogs})
     EXPECT_FALSE(m->Visible()) << m->Name();
 }
 
@@ -331,10 +334,10 @@ TEST(PanelForms, EnableFormLeavesEntriesToTheirOwners) {
   // steps own (the heater standby entry and the go-to-power button come
   // with the first read), the reverse and drive calibration tables, and
   // mnuFltAlm for good.
-  const std::set<std::string> stillOff = {
-      "cmbRfBand",       "mnuPsVset",       "mnuAtnCal",       "mnuMaxPwrLvl",
-      "mnuGainBal",      "mnuFltAlm",       "mnuCalTables(2)", "mnuCalTables(3)",
-      "mnuCalTables(6)", "mnuCalTables(7)", "btnGoToPwr",      "mnuHtrStby"};
+  const std::set<std::string> stillOff = {"cmbRfBand",       "mnuPsVset",       "mnuAtnCal",
+                                          "mnuMaxPwrLvl",    "mnuGainBal",      "mnuFltAlm",
+                                          "mnuCalTables(2)", "mnuCalTables(3)", "mnuCalTables(6)",
+                                          "mnuCalTables(7)", "btnGoToPwr",      "mnuHtrStby"};
   EXPECT_EQ(DisabledControls(b.f), stillOff);
   EXPECT_FALSE(b.f.mnuTrendLogs.Visible());
 
@@ -384,8 +387,8 @@ TEST(PanelForms, ClearFormEmptiesThePanelButNotTheAlarmPlaceholder) {
   EXPECT_TRUE(b.ps.gInPanelUpdate);
   EXPECT_FALSE(b.ps.gInletTemp);
   EXPECT_FALSE(b.s.comms.gFirstReadDone);
-  for (const ui::TextBox* t : {&b.f.txtPN, &b.f.txtSN, &b.f.txtFrmRev, &b.f.txtCplDate,
-                               &b.f.txtAdr, &b.f.txtFdBm, &b.f.txtConstLvl, &b.f.txtTemp})
+  for (const ui::TextBox* t : {&b.f.txtPN, &b.f.txtSN, &b.f.txtFrmRev, &b.f.txtCplDate, &b.f.txtAdr,
+                               &b.f.txtFdBm, &b.f.txtConstLvl, &b.f.txtTemp})
     EXPECT_EQ(t->Text(), "") << t->Name();
   EXPECT_EQ(b.f.cmbRfBand.ListIndex(), -1);
   EXPECT_EQ(b.f.chkPS.Value(), 0);

@@ -86,7 +86,7 @@ TEST(TripLevels, LinesFollowTheUnitExceptTheOneBeingEdited) {
   EXPECT_EQ(b.f.txtFhiLvl.Text(), "typing");
   EXPECT_EQ(b.f.cmbFhiTripType.ListIndex(), -1);
   EXPECT_EQ(b.f.cmbFloTripType.ListIndex(), 2);  // alarm
-  EXPECT_EQ(b.f.txtFloLvl.Text(), "45.0");        // raised to the band floor
+  EXPECT_EQ(b.f.txtFloLvl.Text(), "45.0");       // raised to the band floor
   EXPECT_EQ(b.f.cmbRhiTripType.ListIndex(), 0);  // disabled
   EXPECT_EQ(b.f.txtRhiLvl.Text(), "47.0");
   EXPECT_TRUE(clickGuarded);

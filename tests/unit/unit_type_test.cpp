@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <string>
 
-#include "unit_rig.h"
 #include "unit/unit_descriptor.h"
 #include "unit/unit_type.h"
+#include "unit_rig.h"
 
 namespace amp {
 namespace {
@@ -174,8 +174,8 @@ TEST(UnitType, PartNumberTable) {
   const struct {
     const char* text;
     int32_t project;
-  } rows[] = {{"T 715-2243-001", 107}, {"T 715-2251-004", 108}, {"S 715-2268-004", 126},
-              {"S 715-2274-003", 129}, {"S 715-2287-002", 135}, {"S 715-2295-001", 139},
+  } rows[] = {{"T 715-2243-001", 107},  {"T 715-2251-004", 108}, {"S 715-2268-004", 126},
+              {"S 715-2274-003", 129},  {"S 715-2287-002", 135}, {"S 715-2295-001", 139},
               {"T 715-2300-001", 2300}, {"T 715-0127-005", 127}};
   for (const auto& row : rows) {
     EXPECT_EQ(ExtractPartNumber(row.text, pn), row.project) << row.text;
@@ -187,14 +187,14 @@ TEST(UnitType, PartNumberTable) {
   pn = "unchanged";
   EXPECT_EQ(ExtractPartNumber("715-2251-004", pn), 2251);  // prefix at the very start
   EXPECT_EQ(ExtractPartNumber("T 715-22A1-004", pn), 22);  // not the pattern: numeric prefix
-  EXPECT_EQ(ExtractPartNumber("TWTA-42", pn), 42);          // no second dash: to the end
+  EXPECT_EQ(ExtractPartNumber("TWTA-42", pn), 42);         // no second dash: to the end
   EXPECT_EQ(ExtractPartNumber("TWTA-42-7\x03", pn), 42);
-  EXPECT_EQ(ExtractPartNumber("T 715-2251", pn), 2251);     // too short for the pattern
-  EXPECT_EQ(ExtractPartNumber("TWTA--7", pn), 0);           // nothing between the dashes
-  EXPECT_EQ(ExtractPartNumber("-42-7", pn), 0);             // dash first
-  EXPECT_EQ(ExtractPartNumber("SSPA 715", pn), 0);          // no dash at all
+  EXPECT_EQ(ExtractPartNumber("T 715-2251", pn), 2251);  // too short for the pattern
+  EXPECT_EQ(ExtractPartNumber("TWTA--7", pn), 0);        // nothing between the dashes
+  EXPECT_EQ(ExtractPartNumber("-42-7", pn), 0);          // dash first
+  EXPECT_EQ(ExtractPartNumber("SSPA 715", pn), 0);       // no dash at all
   EXPECT_EQ(ExtractPartNumber("", pn), 0);
-  EXPECT_EQ(ExtractPartNumber("T-99999999999", pn), 0);     // beyond any project number
+  EXPECT_EQ(ExtractPartNumber("T-99999999999", pn), 0);  // beyond any project number
   EXPECT_EQ(pn, "unchanged");
 }
 
@@ -257,8 +257,10 @@ TEST(UnitType, FirmwareFamilies) {
   const struct {
     const char* identity;
     bool a, b, c;
-  } rows[] = {{"S 715-2274-001", false, true, false}, {"S 715-2274-006", false, true, false},
-              {"S 715-2274-007", false, false, false}, {"S 715-2268-004", false, false, true},
+  } rows[] = {{"S 715-2274-001", false, true, false},
+              {"S 715-2274-006", false, true, false},
+              {"S 715-2274-007", false, false, false},
+              {"S 715-2268-004", false, false, true},
               {"T 715-2251-004", false, false, false}};
   for (const auto& row : rows) {
     ScriptedUnit s;
