@@ -134,8 +134,7 @@ inline std::string ReadAll(const std::string& path) {
 
 // The [values] of a unit profile, as the simulator reads them.
 inline std::map<std::string, std::string> ProfileValues(const std::string& name) {
-  const fs::path file =
-      fs::path(__FILE__).parent_path() / ".." / ".." / "sim" / "profiles" / (name + ".profile");
+  const fs::path file = fs::path(AMPSIM_PROFILE_DIR) / (name + ".profile");
   std::ifstream in(file);
   EXPECT_TRUE(in) << file;
   std::map<std::string, std::string> values;

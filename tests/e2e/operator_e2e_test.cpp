@@ -63,8 +63,7 @@ using Sets = std::vector<std::string>;
 std::string DerivedProfile(const std::string& base, const std::string& name,
                            const std::string& unitKeys,
                            const std::map<std::string, std::string>& values = {}) {
-  const auto file = std::filesystem::path(__FILE__).parent_path() / ".." / ".." / "sim" /
-                    "profiles" / (base + ".profile");
+  const auto file = std::filesystem::path(AMPSIM_PROFILE_DIR) / (base + ".profile");
   std::ifstream in(file);
   EXPECT_TRUE(in) << file;
   std::ostringstream out;
