@@ -3,6 +3,7 @@
 #include <string>
 
 #include "basic/numbers.h"
+#include "basic/one_of.h"
 #include "basic/text.h"
 #include "commands/reader_support.h"
 #include "commands/rf_band_cmds.h"
@@ -22,6 +23,11 @@ std::string SubBandCaption(int n, const std::string& frequency) {
 }
 
 }  // namespace
+
+void PanelSetup::SetupFrame27() {
+  const bool tube = u_.gIsTWTA || u_.gIsKPA;
+  f_.Frame27.SetVisible(tube || !OneOf(u_.gProjectID, {30, 50, 93, 102}));
+}
 
 void PanelSetup::InitcmbRfBand() {
   f_.cmbRfBand.Clear();

@@ -25,8 +25,8 @@ FrmMain::FrmMain() : Form("frmMain") {
   fraRF.SetCaption("RF Power");
   fraTrips.SetCaption("RF Power Alarms");
   Frame20.SetCaption("Constant Pwr");
-  Frame27.SetCaption("Attenuation");
-  fraBand.SetCaption("Current RF Band");
+  fraAtten.SetCaption("Attenuation");
+  Frame27.SetCaption("Current RF Band");
   fraWaveguide.SetCaption("Waveguide Switches");
   fraTemp.SetCaption("Temperature");
   Frame30.SetCaption("TWT");

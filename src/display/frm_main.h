@@ -88,7 +88,7 @@ struct FrmMain : Form {
   CommandButton btnGoToPwr{this, "btnGoToPwr"};
 
   // ---- attenuation and linearizer
-  Frame Frame27{this, "Frame27"};
+  Frame fraAtten{this, "fraAtten"};
   TextBox txtAtnDB{this, "txtAtnDB"};
   UpDown UpDown1{this, "UpDown1"};
   Label Label2{this, "Label2"};
@@ -100,7 +100,7 @@ struct FrmMain : Form {
   UpDown UpDown4{this, "UpDown4"};
 
   // ---- RF band and frequency
-  Frame fraBand{this, "fraBand"};
+  Frame Frame27{this, "Frame27"};
   ComboBox cmbRfBand{this, "cmbRfBand"};
   Label lblSband{this, "lblSband"};
   Label lblSBandFrq{this, "lblSBandFrq"};

@@ -32,6 +32,9 @@ class PanelSetup {
   // Unchecks the eight sub-band entries; with `HideItems` also hides 2 to 8.
   void ClearSubBands(bool HideItems = false);
   void UpdateGainBalance();
+  // The band group (band list, sub-band, RF frequency): the solid-state
+  // builds of projects 30, 50, 93 and 102 go without it, all others show it.
+  void SetupFrame27();
 
   // ---- RF trip levels and RF limits (trip_level_display.cpp) ----
   void InitRFTripLevels();

@@ -321,8 +321,8 @@ void FirstRead::InitDisplayForTWTAUnit() {
   f_.Label31.SetCaption("HV On");
   f_.Frame30.SetVisible(true);
   f_.Frame14.SetVisible(false);
-  f_.Frame27.SetVisible(true);
   setup_.SetupFrame20();
+  setup_.SetupFrame27();
   v_.gDualHeater = OneOf(p, {25, 27, 10, 127, 62}) || u_.gNewDualTWT;
   f_.mnuAmpCom.SetVisible(p != 10);
 
@@ -381,7 +381,6 @@ void FirstRead::ReadHeaterMenus() {
 }
 
 void FirstRead::InitDisplayForSSPAUnit() {
-  const int32_t p = u_.gProjectID;
   f_.Label19.SetCaption("PS:");
   f_.Label20.SetCaption("Xmtr:");
   f_.Label31.SetCaption("Tx On");
@@ -393,7 +392,7 @@ void FirstRead::InitDisplayForSSPAUnit() {
   f_.mnuHeaterState.SetVisible(false);
   setup_.SetupFrame14();
   setup_.SetupFrame20();
-  f_.Frame27.SetVisible(!OneOf(p, {30, 50, 93, 102}));
+  setup_.SetupFrame27();
   if (u_.gFWFamilyD) {
     f_.Label2.SetCaption("FBDC");
     f_.Label2.SetVisible(true);

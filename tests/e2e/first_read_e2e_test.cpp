@@ -150,8 +150,8 @@ const std::vector<Expected> kUnits = {
    .dcvInput = false},
 
   // Project 102 at address B, in standby with a summary fault: no RF (the
-  // reading is below range), no constant power frame, no attenuation frame,
-  // no OEM name and no network.
+  // reading is below range), no constant power frame, no band frame, no OEM
+  // name and no network.
   {.profile = "sspa102", .address = 'B', .pn = "426-3102-004", .sn = "S10877", .rev = "2.05",
    .date = "2012-09-03", .unitType = "SSPA", .title = kSSPATitle, .label31 = "Standby",
    .oneCharAlarm = false, .dateTime = kClock, .atnDB = "10.0", .psHours = "12345",
@@ -176,7 +176,7 @@ const std::vector<Expected> kUnits = {
 
   // Block upconverter of project 50 (PIC board): older numbered temperature
   // trip parameters (".?P4" 85, ".?P179" 75), DC input, upconverter, four
-  // sub-bands with the second one current, no attenuation frame.
+  // sub-bands with the second one current, no band frame.
   {.profile = "bucsspa", .address = 'A', .pn = "426-3050-011", .sn = "B20417", .rev = "2.31",
    .date = "2019-02-20", .unitType = "SSPA", .title = kSSPATitle, .label31 = "Vdd On",
    .oneCharAlarm = false, .dateTime = kClock, .atnDB = "10.0", .psHours = "12345",
@@ -410,6 +410,7 @@ void CheckPanel(const Expected& e, Host& h) {
   EXPECT_EQ(f.Frame14.Visible(), e.frame14);
   EXPECT_EQ(f.Frame20.Visible(), e.frame20);
   EXPECT_EQ(f.Frame27.Visible(), e.frame27);
+  EXPECT_TRUE(f.fraAtten.Visible());  // every unit keeps its attenuation
   EXPECT_EQ(f.txtCathI.Visible(), e.cathode);
   if (e.cathode) {
     EXPECT_FALSE(f.txtCathI.Text().empty());

@@ -76,12 +76,14 @@ TEST(FormBinderMainWindow, EveryControlOfThePanelHasItsWidget) {
   EXPECT_EQ(FormBinder::ObjectNameFor(p.f.txtFdBm), "txtFdBm");
   // Frames of the model are the group boxes that hold their controls.
   for (const char* frame :
-       {"Frame30", "Frame14", "Frame20", "Frame27", "fraRF", "fraTrips", "fraBand", "fraWaveguide",
+       {"Frame30", "Frame14", "Frame20", "Frame27", "fraRF", "fraTrips", "fraAtten", "fraWaveguide",
         "fraTemp", "fraUnit", "fraFaults", "fraAlarms", "fraSummary"})
     EXPECT_NE(p.Widget<QGroupBox>(frame), nullptr) << frame;
   EXPECT_TRUE(p.Widget<QGroupBox>("Frame30")->isAncestorOf(p.Widget<QLineEdit>("txtHelixV")));
   EXPECT_TRUE(p.Widget<QGroupBox>("fraRF")->isAncestorOf(p.Widget<QLineEdit>("txtFdBm")));
   EXPECT_TRUE(p.Widget<QGroupBox>("Frame14")->isAncestorOf(p.Widget<QLineEdit>("txtCS4")));
+  EXPECT_TRUE(p.Widget<QGroupBox>("Frame27")->isAncestorOf(p.Widget<QComboBox>("cmbRfBand")));
+  EXPECT_FALSE(p.Widget<QGroupBox>("Frame27")->isAncestorOf(p.Widget<QLineEdit>("txtAtnDB")));
 }
 
 TEST(FormBinderDialogWindows, EveryControlOfEachDialogHasItsWidget) {
@@ -219,13 +221,13 @@ TEST(FormBinderModelToWidget, PropertiesOfEachKindOfControlFollowTheModel) {
   EXPECT_EQ(band->currentIndex(), 0);
 
   f.Frame30.SetVisible(false);
-  f.Frame27.SetEnabled(false);
+  f.fraAtten.SetEnabled(false);
   EXPECT_TRUE(p.Widget<QGroupBox>("Frame30")->isHidden());
   EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isEnabled());  // inside the disabled frame
-  f.Frame27.SetEnabled(true);
+  f.fraAtten.SetEnabled(true);
   f.txtAtnDB.SetEnabled(false);
-  f.Frame27.SetEnabled(false);
-  f.Frame27.SetEnabled(true);
+  f.fraAtten.SetEnabled(false);
+  f.fraAtten.SetEnabled(true);
   EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isEnabled())
       << "the field's own setting outlives its frame's";
 
