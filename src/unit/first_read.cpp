@@ -326,14 +326,7 @@ void FirstRead::InitDisplayForTWTAUnit() {
   v_.gDualHeater = OneOf(p, {25, 27, 10, 127, 62}) || u_.gNewDualTWT;
   f_.mnuAmpCom.SetVisible(p != 10);
 
-  v_.gTouchScreenLog = OneOf(p, {500, 99, 510, 127}) || u_.gIsKPA;
-  if (v_.gTouchScreenLog) {
-    // These units keep their own parameter log; the column form is not theirs.
-    v_.gParamLogCfg = false;
-    f_.mnuPLog.SetVisible(true);
-  } else {
-    SetParamLogFromUnit();
-  }
+  SetParamLog(OneOf(p, {500, 99, 510, 127}) || u_.gIsKPA);
   SetFaultLogSize();
 
   setup_.InitCathodeCurrentDisplay();
@@ -347,7 +340,16 @@ void FirstRead::InitDisplayForTWTAUnit() {
   setup_.SetupHelixHeaterForNewDualTWT(u_.gIsDualTWT ? 2 : 0);
 }
 
-void FirstRead::SetParamLogFromUnit() {
+void FirstRead::SetParamLog(bool ownLog) {
+  // A touch-screen unit keeps its own parameter log behind the screen: its
+  // column-log switch is not asked and the download entry stays hidden as
+  // the cleared panel left it. With no column logs its full fault log then
+  // gets the long size.
+  v_.gTouchScreenLog = ownLog;
+  if (ownLog) {
+    v_.gParamLogCfg = false;
+    return;
+  }
   v_.gParamLogCfg = ReadParamLogEnable(c_) == 1;
   f_.mnuPLog.SetVisible(v_.gParamLogCfg);
 }
@@ -399,7 +401,9 @@ void FirstRead::InitDisplayForSSPAUnit() {
     f_.txtAtnCnt.SetVisible(true);
     f_.UpDown2.SetVisible(true);
   }
-  SetParamLogFromUnit();
+  // The touch-screen exception belongs to the tube panel; a solid-state
+  // unit is always asked.
+  SetParamLog(false);
   f_.SetCaption(std::string(ui::FrmMain::kTitle) + " - SSPA");
 }
 

@@ -64,7 +64,7 @@ class FirstRead {
   void ReadPSVset();
   void ShowIdentityFields();
   void ReadHeaterMenus();
-  void SetParamLogFromUnit();
+  void SetParamLog(bool ownLog);
   void SetFaultLogSize();
   void DoEvents();
 

@@ -229,7 +229,8 @@ const std::vector<Expected> kUnits = {
 
   // Tube of project 127: band limits by "PBRC?"/"PBRF?", inlet temperature,
   // cathode monitor (mode 1), float supply, long fault log, its own
-  // parameter log, heater menus; configuration word 513 (rack, auto clear).
+  // parameter log (no column-log menu), heater menus; configuration word 513
+  // (rack, auto clear).
   {.profile = "twta127", .address = 'A', .pn = "426-4127-020", .sn = "T40188", .rev = "5.40",
    .date = "2018-10-15", .unitType = "TWTA", .title = kTitle, .label31 = "HV On",
    .oneCharAlarm = false, .dateTime = kClock, .atnDB = "10.0", .psHours = "23456",
@@ -245,7 +246,7 @@ const std::vector<Expected> kUnits = {
    .tempFault = "70", .tempAlarm = "60", .inletDiff = "25", .tempLatched = true, .com1Baud = 9600,
    .com1Parity = "N", .com2Wire = 4, .com2Term = "T", .ip = "192.168.10.80", .ethPort = 2000,
    .dhcp = false, .ledMode = 0, .productSerial = "T40188", .trendLog = true, .paramLog = false,
-   .faultLogSize = 1000, .minAtnCount = 0, .fwdCount = ".?A4", .revCount = ".?A5", .mnuPLog = true,
+   .faultLogSize = 1000, .minAtnCount = 0, .fwdCount = ".?A4", .revCount = ".?A5", .mnuPLog = false,
    .mnuCalFactor = false, .mnuAutoHVDisable = true, .mnuRfiInvert = true, .mnuReturnLoss = true,
    .mnuMaxPwrLvl = true, .mnuPsVset = false, .mnulcBucSetup = false, .mnuLLDPCfg = false,
    .mnuWgArcTest = true, .mnuHtrStby = true, .mnuHeaterState = true, .mnuPowerSave = false,

@@ -209,6 +209,19 @@ TEST(FirstTimeRead, TubeAndSolidStatePanelsDiffer) {
   EXPECT_GE(twta.Position("PBUH?"), 0);
 }
 
+TEST(FirstTimeRead, TouchScreenTubeKeepsItsOwnParameterLog) {
+  // Were the column-log switch asked, this unit's 1 would show the download
+  // entry and halve the full fault log.
+  Bench b;
+  b.s.Answer("YT", "YTTWTA 715-0099-002 V6.10");
+  b.s.Answer("00", VersionBody("4099-010", "T50211", "6.10", "2017-03-01"));
+  b.s.Answer(".?P349", ".P349 1");
+  b.first.FirstTimeRead();
+  EXPECT_FALSE(b.Sent(".?P349"));
+  EXPECT_FALSE(b.f.mnuPLog.Visible());
+  EXPECT_EQ(b.v.gFaultLogSize, 1000);
+}
+
 TEST(FirstTimeRead, InletTemperatureOnlyWithinItsRange) {
   // A reading inside the range is shown end to end by the project 127 unit.
   Bench hot;
