@@ -417,10 +417,12 @@ Reply Attenuation(UnitState& u, const Row&, const Match& m) {
   return Ack(m);
 }
 
-// ".D1 " / ".D9 " + count, and "C" + count: the attenuator DAC.
+// ".D1 " / ".D9 " + count, and "C" + count: the attenuator DAC. A unit's
+// firmware knows one of the two long forms (`atn_count.mnemonic`) and
+// refuses the other, so a host that picks the wrong one is caught here.
 Reply AttenCount(UnitState& u, const Row& row, const Match& m) {
   long count = 0;
-  if (row.key[0] == 'D' && m.n != "1" && m.n != "9") return Refuse(m);
+  if (row.key[0] == 'D' && ".D" + m.n != Value(u, "atn_count.mnemonic")) return Refuse(m);
   if (!Has(u, "atn_count") || !Integer(m.v, &count) || count < 0 || count > 4095) return Refuse(m);
   u.values["atn_count"] = std::to_string(count);
   return Ack(m);

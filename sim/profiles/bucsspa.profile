@@ -73,6 +73,7 @@ rev_power           = 33.0
 const_level         = 53.0
 atten               = 10.0
 atn_count           = 2048
+atn_count.mnemonic  = .D9    # the long count form it knows (project 50)
 slope               = 2048
 # Linearizer, gain balance, unit gain
 lin.amp             = 2048

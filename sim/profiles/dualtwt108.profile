@@ -102,6 +102,7 @@ rev_power           = 44.0
 const_level         = 61.8
 atten               = 10.0
 atn_count           = 2048
+atn_count.mnemonic  = .D1    # the long count form it knows (a dual-tube project)
 slope               = 2048
 # Linearizer, gain balance
 lin.amp             = 2048

@@ -72,6 +72,7 @@ rev_power           = 28.0
 const_level         = 47.0
 atten               = 10.0
 atn_count           = 2048
+atn_count.mnemonic  = .D9    # the long count form it knows (project 139)
 slope               = 12.5
 # Linearizer, gain balance, unit gain
 lin.amp             = 2048

@@ -75,6 +75,7 @@ rev_power         = 36.0
 const_level       = 53.0
 atten             = 12.5
 atn_count         = 2300
+atn_count.mnemonic = .D9    # the long count form it knows (no identity, project -1)
 slope             = 2300
 lin.amp           = 2048
 lin.phase         = 1024

@@ -75,6 +75,7 @@ rev_power         = 35.5
 const_level       = 55.0
 atten             = 10.0
 atn_count         = 2048
+atn_count.mnemonic = .D9    # the long count form it knows (project 120)
 slope             = 2048
 # Linearizer, gain balance, unit gain
 lin.amp           = 2048

@@ -90,6 +90,7 @@ rev_power           = 41.0
 const_level         = 58.8
 atten               = 10.0
 atn_count           = 2048
+atn_count.mnemonic  = .D1    # the long count form it knows (project 127)
 slope               = 2048
 # Linearizer, gain balance
 lin.amp             = 2048

@@ -10,6 +10,7 @@
 
 #include <string>
 
+#include "commands/rf_power_cmds.h"
 #include "e2e/profile_host.h"
 #include "unit/unit_type.h"
 
@@ -120,6 +121,8 @@ void CheckUnit(const Expected& e, bool serial) {
   std::vector<std::string> want = {"YT", "0C", "00"};
   if (e.faultOptions) want.push_back("YIF?");
   EXPECT_EQ(host.Received(), want);
+  // The long count form the host chose is the one this unit's firmware knows.
+  EXPECT_TRUE(host.comms.ExchangeCommand(CmdAtnCount(u.gAtnCountCommand, 2048), false));
 }
 
 TEST(UnitIdentityEndToEnd, EveryProfileOverTcp) {

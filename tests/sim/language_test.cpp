@@ -172,8 +172,7 @@ const std::vector<Probe>& IndexProbes() {
       {"K12.5", "attenuation"},
       {"?A", "attenuation", R"(\?\d+\.\d)"},
       {"8", "atten_count", R"(8\d+)"},
-      {".D9 4095", "atten_count"},
-      {".D1 1024", "atten_count"},
+      {"%DN% 4095", "atten_count"},
       {"C2048", "atten_count"},
       {"?/", "atten_dac", R"(\?[ \d.]{4})"},
       {"P/100", "atten_dac"},
@@ -432,6 +431,10 @@ std::string RequestFor(const Probe& p, const UnitState& unit) {
     auto it = unit.values.find("band.1.name");
     text.replace(at, 6, it == unit.values.end() ? "Ku" : it->second);
   }
+  if (size_t at = text.find("%DN%"); at != std::string::npos) {
+    auto it = unit.values.find("atn_count.mnemonic");
+    text.replace(at, 4, it == unit.values.end() ? "" : it->second);
+  }
   return text;
 }
 
@@ -612,6 +615,7 @@ TEST(SetCommands, BadArgumentsAreRefusedAndChangeNothing) {
                           "QlldpSetupConfig 1;2",
                           ".D5 100",
                           ".D9 4096",
+                          ".D1 100",  // the long count form this unit does not know
                           "C-1",
                           "PBS9",
                           "PBS5",
