@@ -31,7 +31,7 @@
 #include "platform/settings_store.h"
 #include "platform/tcp_socket.h"
 #include "unit/first_read.h"
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 
 namespace amp {
 

@@ -10,7 +10,7 @@
 #include "display/status_display.h"
 #include "link/comms.h"
 #include "platform/dialogs.h"
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 
 namespace amp {
 

@@ -13,7 +13,7 @@
 #include "display/panel_state.h"
 #include "display/session_values.h"
 #include "link/comms.h"
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 
 namespace amp {
 

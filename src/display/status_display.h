@@ -10,7 +10,7 @@
 #include "display/frm_main.h"
 #include "display/panel_state.h"
 #include "link/comms.h"
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 
 namespace amp {
 

@@ -14,7 +14,7 @@
 #include "display/session_values.h"
 #include "display/status_display.h"
 #include "link/comms.h"
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 
 namespace amp {
 

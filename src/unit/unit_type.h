@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "link/comms.h"
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 
 namespace amp {
 

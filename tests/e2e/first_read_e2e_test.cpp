@@ -23,7 +23,7 @@
 #include "display/status_display.h"
 #include "e2e/profile_host.h"
 #include "unit/first_read.h"
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 
 namespace amp {
 namespace {

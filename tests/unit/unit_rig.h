@@ -12,7 +12,7 @@
 #include "display/status_display.h"
 #include "support/scripted_unit.h"
 #include "unit/first_read.h"
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 
 namespace amp::test {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string>
 
-#include "unit/unit_descriptor.h"
+#include "model/unit_descriptor.h"
 #include "unit/unit_type.h"
 #include "unit_rig.h"
 

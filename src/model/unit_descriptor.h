@@ -1,7 +1,7 @@
 // The unit descriptor: what kind of unit is connected and which options it
 // has. One panel serves every build of amplifier, so a unit is a project
 // number taken from its firmware part number plus flags set by lists of
-// project numbers (unit_type.cpp). Every other layer consults these fields.
+// project numbers (unit/unit_type.cpp). Every other layer consults these fields.
 #pragma once
 
 #include <cstdint>
