@@ -12,7 +12,6 @@ namespace amp::cli {
 
 namespace {
 
-constexpr const char* kDisconnectCaption = "Disconnect";
 // The first read of a large unit over a slow line takes a while; a connect
 // that has not settled by then is given up.
 constexpr int kConnectWaitMs = 120000;
@@ -70,14 +69,16 @@ CliSession::CliSession(ConsoleDialogs& dialogs, ComSlots slots)
     : dialogs_(dialogs), host_(std::move(slots)) {
   host_.MakeDesk(timer_, dialogs_, settings_);
   ui::FrmMain& f = host_.desk->frmMain;
+  // The button's caption changes with every change of the session's phase,
+  // so its change is when to look at the session.
   observer_ = f.AddObserver([this, &f](ui::Control* c) {
     if (c != &f.btnConnect) return;
-    const std::string now = f.btnConnect.Caption();
-    if (lastCaption_ == kDisconnectCaption && now != kDisconnectCaption) {
+    const bool now = Connected();
+    if (wasConnected_ && !now) {
       if (!expectDisconnect_) lost_ = true;
       expectDisconnect_ = false;
     }
-    lastCaption_ = now;
+    wasConnected_ = now;
   });
 }
 
@@ -91,11 +92,11 @@ bool CliSession::OpenTrace(const std::string& path, std::string* error) {
   return host_.OpenTrace(path, error);
 }
 
-bool CliSession::Connected() const {
-  return host_.desk->frmMain.btnConnect.Caption() == kDisconnectCaption;
-}
+bool CliSession::Connected() const { return host_.desk->comms.session.Connected(); }
 
-bool CliSession::LastPollOk() const { return Connected() && host_.desk->comms.gMissedPolls == 2; }
+bool CliSession::LastPollOk() const {
+  return host_.desk->comms.session.Health() == LinkHealth::Good;
+}
 
 void CliSession::PollNow() {
   if (timer_.Enabled()) timer_.Fire();

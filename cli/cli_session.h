@@ -104,7 +104,7 @@ class CliSession {
   MemorySettings settings_;
   DeskHost host_;
   int observer_ = 0;
-  std::string lastCaption_ = "Connect";
+  bool wasConnected_ = false;
   bool lost_ = false;
   bool expectDisconnect_ = false;
 };

@@ -213,7 +213,7 @@ void PrintState(Run& r, const ui::Form* dialog) {
   if (r.o.json) {
     std::printf("%s\n", StateJson(View(r, dialog)).c_str());
   } else {
-    std::printf("%s", PanelText(r.session.desk().frmMain).c_str());
+    std::printf("%s", PanelText(r.session.desk().frmMain, r.session.Connected()).c_str());
     if (dialog)
       std::printf("Dialog      %s (%s) is open\n", dialog->Name().c_str(),
                   dialog->Caption().c_str());
@@ -272,7 +272,7 @@ int RunMonitor(Run& r) {
     ++done;
     const bool ok = r.session.LastPollOk();
     const bool up = r.session.Connected();
-    const int left = up ? r.session.desk().comms.gMissedPolls : 0;
+    const int left = up ? r.session.desk().comms.session.gMissedPolls : 0;
     if (r.o.json) {
       JsonWriter w;
       w.BeginObject();

@@ -54,7 +54,6 @@ namespace {
 
 bool StartsWith(const std::string& s, const char* prefix) { return s.rfind(prefix, 0) == 0; }
 
-constexpr const char* kDisconnectCaption = "Disconnect";
 // How long the script waits for the session before it gives up.
 constexpr int kScriptConnectWaitMs = 30000;
 
@@ -357,7 +356,7 @@ void DesktopApp::RunScriptOnceConnected() {
       ScheduleScreenshot();
       return;
     }
-    if (host_.desk->frmMain.btnConnect.Caption() != kDisconnectCaption || timer1_.Running() ||
+    if (!host_.desk->comms.session.Connected() || timer1_.Running() ||
         QApplication::activeModalWidget())
       return;
     check->stop();
@@ -376,7 +375,7 @@ void DesktopApp::RunScript() {
   host.dump = [this](const ui::Form* dialog) {
     JsonWriter w;
     w.BeginObject();
-    w.Key("connected").Bool(host_.desk->frmMain.btnConnect.Caption() == kDisconnectCaption);
+    w.Key("connected").Bool(host_.desk->comms.session.Connected());
     w.Key("form").Raw(host_.desk->frmMain.DumpJson());
     w.Key("dialog");
     if (dialog) {

@@ -150,7 +150,7 @@ TEST(ConnectEndToEnd, PlainSearchFindsUnitOnItsLineSettings) {
   const auto frames = s.unit.ReceivedFrames();
   ASSERT_FALSE(frames.empty());
   EXPECT_EQ(frames.front().substr(0, 3), "?!#");
-  EXPECT_EQ(s.desk.comms.gMissedPolls, 2);  // the poll was good
+  EXPECT_EQ(s.desk.comms.session.gMissedPolls, 2);  // the poll was good
 
   s.Click(s.f.btnConnect);
   EXPECT_EQ(s.f.btnConnect.Caption(), "Connect");
