@@ -122,18 +122,19 @@ void CliSession::Close() {
 bool CliSession::Connect(const Target& target, const std::string& dataDirectory, bool watts) {
   AmpDesk& d = *host_.desk;
   d.values.gDataDirectory = dataDirectory;
-  settings_.Set("UnitsSetting", watts ? "True" : "False");
+  settings_.Set(setting_key::kUnitsSetting, watts ? "True" : "False");
   if (!target.tcpHost.empty()) {
-    settings_.Set("UseEnet", "True");
-    settings_.Set("UseIP", target.tcpHost);
-    settings_.Set("EthPort", std::to_string(target.tcpPort));
+    settings_.Set(setting_key::kUseEnet, "True");
+    settings_.Set(setting_key::kUseIP, target.tcpHost);
+    settings_.Set(setting_key::kEthPort, std::to_string(target.tcpPort));
   } else {
-    settings_.Set("UseEnet", "False");
-    settings_.Set("CurrentPort", std::to_string(SlotForDevice(host_.slots, target.device)));
-    if (!target.settings.empty()) settings_.Set("ComSettings", target.settings);
+    settings_.Set(setting_key::kUseEnet, "False");
+    settings_.Set(setting_key::kCurrentPort,
+                  std::to_string(SlotForDevice(host_.slots, target.device)));
+    if (!target.settings.empty()) settings_.Set(setting_key::kComSettings, target.settings);
     if (!target.address.empty() && !target.settings.empty()) {
-      settings_.Set("PollStatus", "1");
-      settings_.Set("PollAddress", std::to_string(static_cast<int>(target.address[0])));
+      settings_.Set(setting_key::kPollStatus, "1");
+      settings_.Set(setting_key::kPollAddress, std::to_string(static_cast<int>(target.address[0])));
     }
   }
   if (d.frmMain.Load) d.frmMain.Load();

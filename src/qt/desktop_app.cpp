@@ -277,18 +277,20 @@ bool DesktopApp::Start(std::string* error) {
   }
 
   if (!host.empty()) {
-    settings_->Override("UseEnet", "True");
-    settings_->Override("UseIP", host);
-    settings_->Override("EthPort", std::to_string(tcpPort));
+    settings_->Override(setting_key::kUseEnet, "True");
+    settings_->Override(setting_key::kUseIP, host);
+    settings_->Override(setting_key::kEthPort, std::to_string(tcpPort));
   } else if (!options_.serialDevice.empty()) {
-    settings_->Override("UseEnet", "False");
-    settings_->Override("CurrentPort",
+    settings_->Override(setting_key::kUseEnet, "False");
+    settings_->Override(setting_key::kCurrentPort,
                         std::to_string(SlotForDevice(host_.slots, options_.serialDevice)));
-    if (!options_.lineSettings.empty()) settings_->Override("ComSettings", options_.lineSettings);
+    if (!options_.lineSettings.empty())
+      settings_->Override(setting_key::kComSettings, options_.lineSettings);
     if (!options_.address.empty()) {
       // One address: the connect polls it instead of searching.
-      settings_->Override("PollAddress", std::to_string(static_cast<int>(options_.address[0])));
-      settings_->Override("PollStatus", "1");
+      settings_->Override(setting_key::kPollAddress,
+                          std::to_string(static_cast<int>(options_.address[0])));
+      settings_->Override(setting_key::kPollStatus, "1");
     }
   }
 
