@@ -67,7 +67,7 @@ void MemorySettings::Set(const std::string& key, const std::string& value) {
 
 CliSession::CliSession(ConsoleDialogs& dialogs, ComSlots slots)
     : dialogs_(dialogs), host_(std::move(slots)) {
-  host_.MakeDesk(timer_, dialogs_, settings_);
+  host_.MakeDesk(timer_, dialogs_, runSettings_);
   ui::FrmMain& f = host_.desk->frmMain;
   // The button's caption changes with every change of the session's phase,
   // so its change is when to look at the session.
@@ -123,20 +123,16 @@ bool CliSession::Connect(const Target& target, const std::string& dataDirectory,
   AmpDesk& d = *host_.desk;
   d.values.gDataDirectory = dataDirectory;
   settings_.Set(setting_key::kUnitsSetting, watts ? "True" : "False");
+  frontend::RunTarget run;
   if (!target.tcpHost.empty()) {
-    settings_.Set(setting_key::kUseEnet, "True");
-    settings_.Set(setting_key::kUseIP, target.tcpHost);
-    settings_.Set(setting_key::kEthPort, std::to_string(target.tcpPort));
+    run.tcpHost = target.tcpHost;
+    run.tcpPort = target.tcpPort;
   } else {
-    settings_.Set(setting_key::kUseEnet, "False");
-    settings_.Set(setting_key::kCurrentPort,
-                  std::to_string(SlotForDevice(host_.slots, target.device)));
-    if (!target.settings.empty()) settings_.Set(setting_key::kComSettings, target.settings);
-    if (!target.address.empty() && !target.settings.empty()) {
-      settings_.Set(setting_key::kPollStatus, "1");
-      settings_.Set(setting_key::kPollAddress, std::to_string(static_cast<int>(target.address[0])));
-    }
+    run.serialSlot = SlotForDevice(host_.slots, target.device);
+    run.lineSettings = target.settings;
+    run.address = target.address.empty() ? 0 : target.address[0];
   }
+  runSettings_.LayTarget(run);
   if (d.frmMain.Load) d.frmMain.Load();
   if (!target.tcpHost.empty()) return ConnectTcp();
   return ConnectSerial(target);

@@ -6,7 +6,6 @@
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <optional>
 
 #include "basic/json.h"
@@ -17,38 +16,6 @@
 #include "qt/qt_settings_store.h"
 
 namespace amp {
-
-// The unit named on the command line, laid over the stored settings: the
-// panel reads the target from the settings as always, and nothing of the
-// connection of such a run is stored (the session itself may change those
-// values: the first read takes the unit's own network settings), so the
-// operator's stored connection stays as it was.
-class DesktopApp::TargetSettings final : public SettingsStore {
- public:
-  explicit TargetSettings(SettingsStore& stored) : stored_(stored) {}
-
-  void Override(const std::string& key, const std::string& value) { overrides_[key] = value; }
-
-  std::string GetSetting(const std::string& app, const std::string& section, const std::string& key,
-                         const std::string& fallback) override {
-    if (IsPanels(app, section))
-      if (auto it = overrides_.find(key); it != overrides_.end()) return it->second;
-    return stored_.GetSetting(app, section, key, fallback);
-  }
-
-  void SaveSetting(const std::string& app, const std::string& section, const std::string& key,
-                   const std::string& value) override {
-    if (IsPanels(app, section) && overrides_.count(key)) return;
-    stored_.SaveSetting(app, section, key, value);
-  }
-
- private:
-  static bool IsPanels(const std::string& app, const std::string& section) {
-    return app == AmpDesk::kAppTitle && section == AmpDesk::kSettingsSection;
-  }
-  SettingsStore& stored_;
-  std::map<std::string, std::string> overrides_;
-};
 
 namespace {
 
@@ -245,11 +212,12 @@ bool DesktopApp::Start(std::string* error) {
   } else {
     storedSettings_ = std::make_unique<QtSettingsStore>();
   }
-  settings_ = std::make_unique<TargetSettings>(*storedSettings_);
+  settings_ = std::make_unique<frontend::RunSettings>(*storedSettings_);
   // The panel reads its settings when it loads, below; the target is laid
   // over them before that.
   host_.MakeDesk(timer1_, dialogs_, *settings_);
   host_.desk->EndProgram = [this] {
+    ReportSettingsSaveFailure();
     if (onEnd) onEnd();
   };
 
@@ -276,23 +244,16 @@ bool DesktopApp::Start(std::string* error) {
     tcpPort = options_.tcpPort;
   }
 
+  frontend::RunTarget target;
   if (!host.empty()) {
-    settings_->Override(setting_key::kUseEnet, "True");
-    settings_->Override(setting_key::kUseIP, host);
-    settings_->Override(setting_key::kEthPort, std::to_string(tcpPort));
+    target.tcpHost = host;
+    target.tcpPort = tcpPort;
   } else if (!options_.serialDevice.empty()) {
-    settings_->Override(setting_key::kUseEnet, "False");
-    settings_->Override(setting_key::kCurrentPort,
-                        std::to_string(SlotForDevice(host_.slots, options_.serialDevice)));
-    if (!options_.lineSettings.empty())
-      settings_->Override(setting_key::kComSettings, options_.lineSettings);
-    if (!options_.address.empty()) {
-      // One address: the connect polls it instead of searching.
-      settings_->Override(setting_key::kPollAddress,
-                          std::to_string(static_cast<int>(options_.address[0])));
-      settings_->Override(setting_key::kPollStatus, "1");
-    }
+    target.serialSlot = SlotForDevice(host_.slots, options_.serialDevice);
+    target.lineSettings = options_.lineSettings;
+    target.address = options_.address.empty() ? 0 : options_.address[0];
   }
+  settings_->LayTarget(target);
 
   if (!options_.trace.empty()) {
     if (!host_.OpenTrace(options_.trace, error)) return false;
@@ -444,6 +405,16 @@ void DesktopApp::TakeScreenshot() {
     screenshotFailed_ = true;
   }
   window_->close();
+}
+
+// The settings were saved as the panel unloaded; a store that could not
+// take them is the operator's to know, not lost without a word.
+void DesktopApp::ReportSettingsSaveFailure() {
+  const std::string& error = settings_->SaveError();
+  if (error.empty()) return;
+  std::fprintf(stderr, "ampdesk: %s\n", error.c_str());
+  std::fflush(stderr);
+  dialogs_.MsgBox(error, MsgButtons::OK, MsgIcon::Exclamation, AmpDesk::kAppTitle);
 }
 
 int DesktopApp::Exec() {

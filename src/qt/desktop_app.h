@@ -11,6 +11,7 @@
 
 #include "app/amp_desk.h"
 #include "display/panel_script.h"
+#include "frontend/run_settings.h"
 #include "qt/binder.h"
 #include "qt/desk_host.h"
 #include "qt/main_window.h"
@@ -76,7 +77,7 @@ class DesktopApp {
   SettingsStore& settings();
 
  private:
-  class TargetSettings;
+  void ReportSettingsSaveFailure();
   bool LoadScript(std::string* error);
   void RunScriptOnceConnected();
   void RunScript();
@@ -89,7 +90,7 @@ class DesktopApp {
   SimProcess sim_;
   QTemporaryDir demoDir_;
   std::unique_ptr<SettingsStore> storedSettings_;
-  std::unique_ptr<TargetSettings> settings_;
+  std::unique_ptr<frontend::RunSettings> settings_;
   QtTimer timer1_;
   QtDialogs dialogs_;
   DeskHost host_;
