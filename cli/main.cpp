@@ -23,15 +23,18 @@
 #include "cli/console_dialogs.h"
 #include "cli/panel_text.h"
 #include "cli/send_console.h"
-#include "cli/state_json.h"
 #include "display/panel_script.h"
 #include "frontend/options.h"
+#include "frontend/state_json.h"
 #include "qt/qt_com_slots.h"
 #include "qt/sim_process.h"
 
 namespace amp::cli {
 namespace {
 
+using frontend::StateJson;
+using frontend::StateView;
+using frontend::WriteState;
 using ui::LoadScript;
 using ui::PanelScript;
 using ui::ScriptAction;

@@ -10,8 +10,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "basic/json.h"
 #include "basic/numbers.h"
+#include "frontend/state_json.h"
 #include "qt/forms.h"
 #include "qt/ini_settings_store.h"
 #include "qt/qt_com_slots.h"
@@ -250,18 +250,11 @@ void DesktopApp::RunScript() {
   host.pollRunning = [this] { return timer1_.Enabled(); };
   host.wait = [this](int ms) { WaitMs(ms); };
   host.dump = [this](const ui::Form* dialog) {
-    JsonWriter w;
-    w.BeginObject();
-    w.Key("connected").Bool(host_.desk->comms.session.Connected());
-    w.Key("form").Raw(host_.desk->frmMain.DumpJson());
-    w.Key("dialog");
-    if (dialog) {
-      w.Raw(dialog->DumpJson());
-    } else {
-      w.Null();
-    }
-    w.EndObject();
-    std::printf("%s\n", w.str().c_str());
+    frontend::StateView state;
+    state.connected = host_.desk->comms.session.Connected();
+    state.form = &host_.desk->frmMain;
+    state.dialog = dialog;
+    std::printf("%s\n", frontend::StateJson(state).c_str());
     std::fflush(stdout);
   };
   host.beforeAction = [this](const ui::ScriptAction&) {
