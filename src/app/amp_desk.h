@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/panel_timer.h"
+#include "app/settings_keys.h"
 #include "control/control_panel.h"
 #include "control/panel_context.h"
 #include "display/frm_about.h"
@@ -50,8 +51,8 @@ struct AmpDeskHost {
 class AmpDesk : public LinkPanel {
  public:
   // Where the persisted settings live: application title and section.
-  static constexpr const char* kAppTitle = "AmpDesk";
-  static constexpr const char* kSettingsSection = "Settings";
+  static constexpr const char* kAppTitle = setting_key::kAppTitle;
+  static constexpr const char* kSettingsSection = setting_key::kSection;
 
   explicit AmpDesk(AmpDeskHost host);
   ~AmpDesk() override;
@@ -180,7 +181,9 @@ class AmpDesk : public LinkPanel {
   // Connecting, in steps.
   void ConnectTcp();
   void StartSerialSession();
-  void SearchFailed(const std::string& keptCaption);
+  void SearchFailed(SessionPhase keptPhase);
+  // Sets the session's phase and the button caption that shows it.
+  void ShowSession(SessionPhase phase);
   void Disconnect();
   void SetSearchMenusEnabled(bool enabled);
   SearchContext MakeSearchContext();
