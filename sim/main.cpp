@@ -222,11 +222,22 @@ Cli ParseArgs(int argc, char** argv) {
 
   // Each option acts where it stands on the line (trigger_on_parse), so
   // --help and --list-profiles end the program there, as a bad value does.
+  app.allow_extras();
   try {
     app.parse(argc, argv);
+  } catch (const CLI::ArgumentMismatch& e) {
+    // CLI11 names the option first, with or without its dashes.
+    std::string name = e.what();
+    name.resize(name.find_first_of(": "));
+    if (!name.starts_with("-")) name = "--" + name;
+    const bool flag = std::string(e.what()).find("flag override") != std::string::npos;
+    BadUsage("option " + name + (flag ? " takes no value" : " needs a value"));
   } catch (const CLI::ParseError& e) {
     BadUsage(e.what());
   }
+  for (const std::string& arg : app.remaining())
+    BadUsage(arg.starts_with("-") ? "unknown option '" + arg + "'"
+                                  : "unexpected argument '" + arg + "'");
   if (!o.tcp && !o.serial) BadUsage("nothing to listen on: --no-tcp needs --serial");
   return cli;
 }

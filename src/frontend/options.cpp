@@ -37,10 +37,13 @@ std::string CheckAddress(const std::string& v) {
   return {};
 }
 
+// One of `words`; else "bad WHAT 'value' (the words)".
 Check OneOf(std::vector<std::string> words, const char* what) {
   return [words, what](const std::string& v) {
     if (std::find(words.begin(), words.end(), v) != words.end()) return std::string();
-    return "bad " + std::string(what) + " '" + v + "'";
+    std::string list;
+    for (const auto& w : words) list += (list.empty() ? "" : ", ") + w;
+    return "bad " + std::string(what) + " '" + v + "' (" + list + ")";
   };
 }
 
@@ -114,9 +117,9 @@ void AddUnitOptions(CLI::App& app, Options& o) {
       ->group(unit);
   const char* serial = "With --serial";
   app.add_option("--settings", o.lineSettings,
-                 "the serial line's settings, such as 19200,N,8,1; without it the stored ones, "
-                 "then a search over the twelve settings texts")
-      ->type_name("B,P,D,S")
+                 "the serial line's settings, such as 19200,N,8,1; without it the connect "
+                 "finds them as the panel does")
+      ->type_name("TEXT")
       ->check(Rule(CheckLineSettings))
       ->group(serial);
   app.add_option("--address", o.address,
@@ -175,7 +178,7 @@ void AddDesktopOptions(CLI::App& app, Options& o) {
 void AddConsoleOptions(CLI::App& app, Options& o) {
   app.add_option("--search", o.search, "with --serial: widen the address search to A-F or A-Z")
       ->type_name("extended|advanced")
-      ->check(Rule(OneOf({"extended", "advanced"}, "search (extended or advanced)")))
+      ->check(Rule(OneOf({"extended", "advanced"}, "search")))
       ->group("With --serial");
   const char* group = "Options";
   app.add_flag("--watts", o.watts, "power fields in Watts (as the Watts menu entry)")->group(group);
@@ -187,7 +190,7 @@ void AddConsoleOptions(CLI::App& app, Options& o) {
   app.add_option("--answer", o.answer,
                  "the answer to every question box; without it a box takes ok, its first button")
       ->type_name("ok|cancel|yes|no")
-      ->check(Rule(OneOf({"ok", "cancel", "yes", "no"}, "answer (ok, cancel, yes or no)")))
+      ->check(Rule(OneOf({"ok", "cancel", "yes", "no"}, "answer")))
       ->group(group);
   app.add_option("--input", o.inputs,
                  "an answer for the next input box (repeatable, used in order; none left = "

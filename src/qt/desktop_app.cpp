@@ -24,10 +24,6 @@ namespace {
 // How long the script waits for the session before it gives up.
 constexpr int kScriptConnectWaitMs = 30000;
 
-}  // namespace
-
-namespace {
-
 void AddDesktopTable(CLI::App& app, DesktopOptions& o) {
   frontend::AddUnitOptions(app, o);
   frontend::AddDesktopOptions(app, o);
@@ -45,7 +41,7 @@ std::string DesktopUsage() {
          "serial line. With a unit named it connects at once; without one it starts\n"
          "with the stored settings and waits for Connect.\n" +
          frontend::OptionsHelp(app) +
-         "  --help                 show this text\n"
+         "  --help                   show this text\n"
          "Options that take a value also take it as --option=VALUE.\n"
          "\n"
          "The unit given by --demo, --tcp or --serial is for this run only: the\n"
