@@ -6,14 +6,23 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DAMPDESK_FUZZ=ON >/dev/null
 cmake --build build-fuzz -j2
+status=0
 for target in build-fuzz/bin/*_fuzz; do
   name=$(basename "$target")
   seeds=fuzz/corpus/$name
   if [ -d "$seeds" ]; then
-    "$target" -runs=0 "$seeds" 2>&1 | tail -1
+    args=(-runs=0 "$seeds")
   else
     # No seed corpus: a short bounded run still proves the harness works.
-    "$target" -runs=2000 -max_total_time=30 2>&1 | tail -1
+    args=(-runs=2000 -max_total_time=30)
+  fi
+  if out=$("$target" "${args[@]}" 2>&1); then
+    echo "$name: $(tail -1 <<<"$out")"
+  else
+    echo "$out" | tail -30
+    echo "fuzz: $name failed" >&2
+    status=1
   fi
 done
-echo "fuzz: every target replayed its seeds"
+[ $status -eq 0 ] && echo "fuzz: every target replayed its seeds"
+exit $status
