@@ -140,7 +140,10 @@ const std::vector<OptionSpec>& OptionTable() {
          return std::string();
        }},
       {Section::Options, "--answer", "ok|cancel|yes|no",
-       "the answer to every question box (default ok)",
+       "the answer to every question box. Default ok: each box takes its first button (OK, "
+       "Yes or Retry), also a box that resets the unit or switches it off, whose Enter on the "
+       "desktop is Cancel; give cancel (or no) to refuse those. An answer a box does not offer "
+       "takes its first button",
        [](Options& o, const std::string& v) {
          if (v != "ok" && v != "cancel" && v != "yes" && v != "no")
            return "bad answer '" + v + "' (ok, cancel, yes or no)";
