@@ -130,6 +130,8 @@ void AmpDesk::LoadPanelSettings() {
 void AmpDesk::SaveSettings() {
   AmpLink& link = comms.Link;
   SaveSetting("CurrentPort", std::to_string(link.PortNumber()));
+  host_.settings.SaveSetting(kAppTitle, kHostSection, kPortDeviceKey,
+                             host_.slots.Path(link.PortNumber()));
   // A search only tries settings; the ones in use are those it started from.
   SaveSetting("ComSettings", settingsBeforeSearch_.value_or(link.CommSettings()));
   SaveSetting("UnitsSetting", panel.gDisplayWatts ? "True" : "False");

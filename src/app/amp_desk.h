@@ -52,6 +52,10 @@ class AmpDesk : public LinkPanel {
   // Where the persisted settings live: application title and section.
   static constexpr const char* kAppTitle = "AmpDesk";
   static constexpr const char* kSettingsSection = "Settings";
+  // What this host keeps beside them: the device path the stored port
+  // number stood for (serial slots are dealt per run).
+  static constexpr const char* kHostSection = "Host";
+  static constexpr const char* kPortDeviceKey = "CurrentPortDevice";
 
   explicit AmpDesk(AmpDeskHost host);
   ~AmpDesk() override;
@@ -126,6 +130,9 @@ class AmpDesk : public LinkPanel {
   // ---- Serial ports ----
   // A port is present when its slot is bound to a device that exists.
   bool IsPortPresent(int port) const;
+  // The port to open at start-up: the stored number, as long as it still
+  // stands for the device it stood for when it was stored.
+  int StoredPort();
   void BuildComPortList();
   void InitDefaultComPort();
   void ClearComChecks();

@@ -33,16 +33,25 @@ class DesktopApp::TargetSettings final : public SettingsStore {
                          const std::string& fallback) override {
     if (IsPanels(app, section))
       if (auto it = overrides_.find(key); it != overrides_.end()) return it->second;
+    if (IsPortDevice(app, section, key)) return fallback;
     return stored_.GetSetting(app, section, key, fallback);
   }
 
   void SaveSetting(const std::string& app, const std::string& section, const std::string& key,
                    const std::string& value) override {
     if (IsPanels(app, section) && overrides_.count(key)) return;
+    if (IsPortDevice(app, section, key)) return;
     stored_.SaveSetting(app, section, key, value);
   }
 
  private:
+  // The stored port's device goes with the stored port: a port named on the
+  // command line stands for its own device.
+  bool IsPortDevice(const std::string& app, const std::string& section,
+                    const std::string& key) const {
+    return app == AmpDesk::kAppTitle && section == AmpDesk::kHostSection &&
+           key == AmpDesk::kPortDeviceKey && overrides_.count("CurrentPort");
+  }
   static bool IsPanels(const std::string& app, const std::string& section) {
     return app == AmpDesk::kAppTitle && section == AmpDesk::kSettingsSection;
   }
