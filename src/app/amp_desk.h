@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/panel_timer.h"
+#include "app/settings_keys.h"
 #include "control/control_panel.h"
 #include "control/panel_context.h"
 #include "display/frm_about.h"
@@ -50,12 +51,10 @@ struct AmpDeskHost {
 class AmpDesk : public LinkPanel {
  public:
   // Where the persisted settings live: application title and section.
-  static constexpr const char* kAppTitle = "AmpDesk";
-  static constexpr const char* kSettingsSection = "Settings";
-  // What this host keeps beside them: the device path the stored port
-  // number stood for (serial slots are dealt per run).
-  static constexpr const char* kHostSection = "Host";
-  static constexpr const char* kPortDeviceKey = "CurrentPortDevice";
+  static constexpr const char* kAppTitle = setting_key::kAppTitle;
+  static constexpr const char* kSettingsSection = setting_key::kSection;
+  static constexpr const char* kHostSection = setting_key::kHostSection;
+  static constexpr const char* kPortDeviceKey = setting_key::kCurrentPortDevice;
 
   explicit AmpDesk(AmpDeskHost host);
   ~AmpDesk() override;
@@ -187,7 +186,9 @@ class AmpDesk : public LinkPanel {
   // Connecting, in steps.
   void ConnectTcp();
   void StartSerialSession();
-  void SearchFailed(const std::string& keptCaption);
+  void SearchFailed(SessionPhase keptPhase);
+  // Sets the session's phase and the button caption that shows it.
+  void ShowSession(SessionPhase phase);
   void Disconnect();
   void SetSearchMenusEnabled(bool enabled);
   SearchContext MakeSearchContext();
