@@ -43,8 +43,8 @@ double Median(std::vector<double> v) {
 
 class NullDialogs : public amp::Dialogs {
  public:
-  amp::MsgResult MsgBox(const std::string&, amp::MsgButtons, amp::MsgIcon,
-                        const std::string&) override {
+  amp::MsgResult MsgBox(const std::string&, amp::MsgButtons, amp::MsgIcon, const std::string&,
+                        amp::MsgDefault) override {
     return amp::MsgResult::OK;
   }
   std::optional<std::string> InputBox(const std::string&, const std::string&,

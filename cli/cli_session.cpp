@@ -27,6 +27,7 @@ bool Interrupted() { return gInterrupted != 0; }
 void InstallInterruptHandler() {
   std::signal(SIGINT, OnInterrupt);
   std::signal(SIGTERM, OnInterrupt);
+  std::signal(SIGHUP, OnInterrupt);  // the terminal closed
 }
 
 // ---------------------------------------------------------------- timer

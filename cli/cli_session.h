@@ -111,7 +111,8 @@ class CliSession {
   bool expectDisconnect_ = false;
 };
 
-// Set from a signal handler: Ctrl-C ends a run at the next safe point.
+// Set from a signal handler: Ctrl-C, SIGTERM or a closed terminal ends a run
+// at the next safe point.
 bool Interrupted();
 void InstallInterruptHandler();
 

@@ -54,7 +54,7 @@ void ConsoleDialogs::Note(const std::string& line) {
 }
 
 MsgResult ConsoleDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
-                                 const std::string& title) {
+                                 const std::string& title, MsgDefault) {
   shown.push_back({title, text, IsFailure(buttons, icon)});
   Note(OneLine(title, text));
   return Pick(buttons, answer);

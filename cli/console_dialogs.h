@@ -20,8 +20,10 @@ class ConsoleDialogs : public Dialogs {
   // `err` receives the box lines; stderr unless a test redirects it.
   explicit ConsoleDialogs(std::FILE* err = stderr) : err_(err) {}
 
+  // A terminal has no Enter to press: the box takes the --answer, whatever
+  // its default button.
   MsgResult MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
-                   const std::string& title) override;
+                   const std::string& title, MsgDefault = MsgDefault::First) override;
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& defaultText) override;
   // Loads the form and lets `modalDriver` act on it; a form the driver left

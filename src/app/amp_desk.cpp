@@ -131,6 +131,8 @@ void AmpDesk::LoadPanelSettings() {
 void AmpDesk::SaveSettings() {
   AmpLink& link = comms.Link;
   SaveSetting(setting_key::kCurrentPort, std::to_string(link.PortNumber()));
+  host_.settings.SaveSetting(kAppTitle, kHostSection, kPortDeviceKey,
+                             host_.slots.Path(link.PortNumber()));
   // A search only tries settings; the ones in use are those it started from.
   SaveSetting(setting_key::kComSettings, settingsBeforeSearch_.value_or(link.CommSettings()));
   SaveSetting(setting_key::kUnitsSetting, panel.gDisplayWatts ? "True" : "False");

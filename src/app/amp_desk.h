@@ -53,6 +53,8 @@ class AmpDesk : public LinkPanel {
   // Where the persisted settings live: application title and section.
   static constexpr const char* kAppTitle = setting_key::kAppTitle;
   static constexpr const char* kSettingsSection = setting_key::kSection;
+  static constexpr const char* kHostSection = setting_key::kHostSection;
+  static constexpr const char* kPortDeviceKey = setting_key::kCurrentPortDevice;
 
   explicit AmpDesk(AmpDeskHost host);
   ~AmpDesk() override;
@@ -127,6 +129,9 @@ class AmpDesk : public LinkPanel {
   // ---- Serial ports ----
   // A port is present when its slot is bound to a device that exists.
   bool IsPortPresent(int port) const;
+  // The port to open at start-up: the stored number, as long as it still
+  // stands for the device it stood for when it was stored.
+  int StoredPort();
   void BuildComPortList();
   void InitDefaultComPort();
   void ClearComChecks();

@@ -123,7 +123,7 @@ void AmpDesk::StartSerialSession() {
   } else {
     DisableConstPwrInput();
   }
-  host_.pump.DoEvents();  // let the front end show the filled panel before the first poll
+  host_.pump.Refresh();  // the filled panel shows before the first poll
   frmMain.Timer1.SetTimerEnabled(true);
 }
 
@@ -149,7 +149,7 @@ bool AmpDesk::UnitFoundOnSerialPort() {
   // press there must not cancel the next search before it starts.
   gTerminateSearch = false;
   ShowSession(SessionPhase::Searching);
-  host_.pump.DoEvents();  // the button must read "Terminate" before the first probe blocks
+  host_.pump.Refresh();  // the button must read "Terminate" before the first probe blocks
   const auto [first, last] = SearchAddressRange(gExtendedSearch, gAdvancedSearch);
   SearchContext search = MakeSearchContext();
   settingsBeforeSearch_ = comms.Link.CommSettings();

@@ -50,7 +50,29 @@ void AmpDesk::BuildComPortList() {
     if (!IsPortPresent(port)) frmMain.mnuComPort[port - 1].SetVisible(false);
 }
 
-void AmpDesk::mnuPortScan_Click() { BuildComPortList(); }
+void AmpDesk::mnuPortScan_Click() {
+  host_.slots.Rescan();
+  BuildComPortList();
+}
+
+int AmpDesk::StoredPort() {
+  const auto stored = CIntText(GetSetting(setting_key::kCurrentPort, "1"));
+  // A stored port that is not a number or not 1..10 leaves port 1.
+  if (!stored || *stored < 1 || *stored > ComSlots::kCount) return 1;
+  // The number meant the device named beside it; the slots may have been
+  // dealt otherwise this time (an adapter unplugged, another one added).
+  const std::string device = host_.settings.GetSetting(kAppTitle, kHostSection, kPortDeviceKey, "");
+  ComSlots& slots = host_.slots;
+  if (device.empty() || slots.Path(*stored) == device || slots.Pinned(*stored)) return *stored;
+  if (const int moved = slots.SlotOf(device)) return moved;
+  // Gone: its number is kept for it, so that the link opens nothing rather
+  // than another unit's line, and a scan finds it again when it is back. The
+  // device that had taken the number moves to a free slot.
+  const std::string other = slots.Path(*stored);
+  slots.Bind(*stored, device);
+  if (!other.empty()) slots.AddDevices({other});
+  return *stored;
+}
 
 void AmpDesk::ShowComPortCaption() {
   frmMain.mnuCom.SetCaption("Serial Port:   COM" + std::to_string(comms.Link.PortNumber()));
@@ -65,9 +87,7 @@ void AmpDesk::InitDefaultComPort() {
   link.SetMsgTimeout(2.0f);
   link.SetDeviceAddress("A");
 
-  // A stored port that is not a number or not 1..10 leaves port 1.
-  if (const auto port = CIntText(GetSetting(setting_key::kCurrentPort, "1")))
-    link.SetPortNumber(*port);
+  link.SetPortNumber(static_cast<int16_t>(StoredPort()));
   link.SetCommSettings(GetSetting(setting_key::kComSettings, kDefaultSettings));
   // Setting the number opened the port; it stays closed until the first send.
   link.OpenPort(false);

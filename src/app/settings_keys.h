@@ -22,6 +22,11 @@ inline constexpr const char* kRRFFloor = "RRFFloor";          // reverse RF disp
 inline constexpr const char* kUnitsSetting = "UnitsSetting";  // power shown in Watts
 inline constexpr const char* kFilePath = "FilePath";          // last folder of a file dialog
 
+// Kept by this host beside the ten, in a section of its own: the device path
+// the stored port number stood for (serial slots are dealt per run).
+inline constexpr const char* kHostSection = "Host";
+inline constexpr const char* kCurrentPortDevice = "CurrentPortDevice";
+
 // The keys that say which unit to reach and how: a target given for one run
 // replaces them for that run only.
 inline constexpr std::array<const char*, 7> kTargetKeys = {

@@ -138,7 +138,7 @@ void IdentityControls::Command7_Click() {
   if (p_.frm.chkPS.Value() == 1 && p_.frm.chkRFI.Value() == 0 && !ClockNeedsNoReset()) {
     const MsgResult answer =
         p_.dialogs.MsgBox("This will reset the unit and \r\ntake it offline", MsgButtons::OKCancel,
-                          MsgIcon::Exclamation, "Reset Unit?");
+                          MsgIcon::Exclamation, "Reset Unit?", MsgDefault::Second);
     if (answer != MsgResult::OK) return;
   }
   p_.frm.txtDateTime.SetText(ClockText(LocalNow()));

@@ -188,7 +188,10 @@ void AddConsoleOptions(CLI::App& app, Options& o) {
       ->check(Rule(NotEmpty("a directory")))
       ->group(group);
   app.add_option("--answer", o.answer,
-                 "the answer to every question box; without it a box takes ok, its first button")
+                 "the answer to every question box. Without it every box takes ok, its first "
+                 "button (OK, Yes or Retry), also a box that resets the unit or switches it off, "
+                 "whose Enter on the desktop is Cancel: give cancel to refuse those. An answer a "
+                 "box does not offer takes its first button")
       ->type_name("ok|cancel|yes|no")
       ->check(Rule(OneOf({"ok", "cancel", "yes", "no"}, "answer")))
       ->group(group);

@@ -12,6 +12,13 @@ bool IsPanels(const std::string& app, const std::string& section) {
   return app == setting_key::kAppTitle && section == setting_key::kSection;
 }
 
+// The device the stored port number stood for goes with that number: a port
+// named for the run stands for its own device.
+bool IsPortDevice(const std::string& app, const std::string& section, const std::string& key) {
+  return app == setting_key::kAppTitle && section == setting_key::kHostSection &&
+         key == setting_key::kCurrentPortDevice;
+}
+
 bool IsTargetKey(const std::string& key) {
   const auto& keys = setting_key::kTargetKeys;
   return std::find(keys.begin(), keys.end(), key) != keys.end();
@@ -46,12 +53,14 @@ std::string RunSettings::GetSetting(const std::string& app, const std::string& s
                                     const std::string& key, const std::string& fallback) {
   if (IsPanels(app, section))
     if (auto it = overrides_.find(key); it != overrides_.end()) return it->second;
+  if (targetNamed_ && IsPortDevice(app, section, key)) return fallback;
   return stored_.GetSetting(app, section, key, fallback);
 }
 
 void RunSettings::SaveSetting(const std::string& app, const std::string& section,
                               const std::string& key, const std::string& value) {
   if (targetNamed_ && IsPanels(app, section) && IsTargetKey(key)) return;
+  if (targetNamed_ && IsPortDevice(app, section, key)) return;
   stored_.SaveSetting(app, section, key, value);
   if (saveError_.empty()) saveError_ = stored_.LastError();
 }

@@ -14,12 +14,17 @@ namespace amp {
 enum class MsgIcon { None, Critical, Question, Exclamation, Information };
 enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel, RetryCancel };
 enum class MsgResult { OK, Cancel, Yes, No, Retry };
+// The button that Enter presses, counted in the order MsgButtons names them
+// (the box style's 0, 256 and 512). A box that resets a unit or takes it off
+// the air names the harmless one, so that a stray Enter does nothing.
+enum class MsgDefault { First, Second, Third };
 
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
+  // Escape answers Cancel, or No when there is no Cancel.
   virtual MsgResult MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
-                           const std::string& title) = 0;
+                           const std::string& title, MsgDefault def = MsgDefault::First) = 0;
   // Empty result (nullopt) when the operator cancels.
   virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                               const std::string& defaultText) = 0;

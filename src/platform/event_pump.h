@@ -18,6 +18,10 @@ class EventPump {
   virtual ~EventPump() = default;
   // Run pending events once and return (DoEvents).
   virtual void DoEvents() = 0;
+  // Let the panel repaint while the logic is busy, without acting on the
+  // operator: a click, key or wheel that arrives meanwhile is dropped, never
+  // run later on a control the busy step has since enabled.
+  virtual void Refresh() = 0;
   // Process events, without spinning, for up to `ms` milliseconds or until an
   // event has been handled, whichever comes first. Loops that wait for a
   // socket reply call this between their checks.

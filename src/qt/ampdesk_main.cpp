@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "qt/desktop_app.h"
+#include "qt/stop_signals.h"
 
 int main(int argc, char** argv) {
   // --help needs no display.
@@ -39,5 +40,11 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "ampdesk: %s\n", error.c_str());
     return desktop.StartFailureCode();
   }
+  // A stop from outside ends the session as closing the window does (the
+  // settings saved, the line closed), and the demo's unit goes with us.
+  amp::StopSignals stop([&desktop](int signal) {
+    desktop.desk().Form_Unload();
+    QCoreApplication::exit(128 + signal);
+  });
   return desktop.Exec();
 }

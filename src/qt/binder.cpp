@@ -250,6 +250,10 @@ void FormBinder::Bind(Control* c, QObject* target) {
     // The model keeps option buttons exclusive by group; Qt must not
     // second-guess it by parent widget.
     if (auto* r = qobject_cast<QRadioButton*>(w)) r->setAutoExclusive(false);
+    // A list or an up-down acts on the wheel only once the operator has
+    // clicked or tabbed into it; see WheelIsStray.
+    if (qobject_cast<QComboBox*>(w) || qobject_cast<QAbstractSpinBox*>(w))
+      w->setFocusPolicy(Qt::StrongFocus);
     if (auto* sb = qobject_cast<QStatusBar*>(w)) {
       const int n = std::max(1, sb->property("panels").toInt());
       for (int i = 0; i < n; ++i) {
@@ -502,6 +506,15 @@ void FormBinder::OrderRows(QWidget* container) {
     layout->insertWidget(static_cast<int>(i), rows[i]->widget);
 }
 
+// Scrolling the panel past a list or an up-down must not pick an entry or
+// step a value, and so send a command to the unit: the wheel counts only on
+// the control that has the focus.
+bool FormBinder::WheelIsStray(const QWidget* w) {
+  if (!qobject_cast<const QComboBox*>(w) && !qobject_cast<const QAbstractSpinBox*>(w)) return false;
+  const QWidget* focus = QApplication::focusWidget();
+  return !focus || (focus != w && !w->isAncestorOf(focus));
+}
+
 bool FormBinder::eventFilter(QObject* watched, QEvent* event) {
   Binding* b = Find(watched);
   if (!b || !b->widget || updating_) return QObject::eventFilter(watched, event);
@@ -518,6 +531,11 @@ bool FormBinder::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::Wheel: {
+      if (event->type() == QEvent::Wheel && WheelIsStray(b->widget)) {
+        // Left unaccepted, the wheel goes on to the parent: the panel scrolls.
+        event->ignore();
+        return true;
+      }
       if (qobject_cast<QAbstractSpinBox*>(b->widget) && dynamic_cast<UpDown*>(c)) {
         if (b->widget->isEnabled() && OnSpinInput(*b, event)) return true;
         break;

@@ -75,6 +75,7 @@ class FormBinder : public QObject {
 
   bool OnKeyPress(Binding& b, QObject* watched, QEvent* e);
   bool OnSpinInput(Binding& b, QEvent* e);
+  static bool WheelIsStray(const QWidget* w);
   void OnFocusIn(Binding& b, QEvent* e);
   void OnFocusOut(Binding& b, QEvent* e);
 

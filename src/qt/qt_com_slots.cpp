@@ -4,7 +4,6 @@
 #include <QSerialPortInfo>
 #include <QString>
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <tuple>
 
@@ -38,42 +37,48 @@ std::tuple<int, std::string, long, std::string> SortKey(const std::string& path)
 
 }  // namespace
 
-ComSlots BuildComSlots(const std::function<std::optional<std::string>(int)>& env,
-                       std::vector<std::string> available) {
-  ComSlots table;
-  std::array<bool, ComSlots::kCount> reserved{};
-  for (int n = 1; n <= ComSlots::kCount; ++n) {
-    if (auto value = env(n)) {
-      reserved[n - 1] = true;
-      table.Bind(n, *value);
-    }
-  }
-
+std::vector<std::string> RankDevices(std::vector<std::string> available) {
   std::sort(available.begin(), available.end(),
             [](const std::string& a, const std::string& b) { return SortKey(a) < SortKey(b); });
   available.erase(std::unique(available.begin(), available.end()), available.end());
+  return available;
+}
 
-  int next = 1;
-  for (const std::string& path : available) {
-    if (path.empty() || table.SlotOf(path) != 0) continue;  // already bound by the environment
-    while (next <= ComSlots::kCount && reserved[next - 1]) ++next;
-    if (next > ComSlots::kCount) break;
-    table.Bind(next++, path);
+ComSlots BuildComSlots(const std::function<std::optional<std::string>(int)>& env,
+                       std::vector<std::string> available) {
+  ComSlots table;
+  for (int n = 1; n <= ComSlots::kCount; ++n) {
+    if (auto value = env(n)) {
+      table.Pin(n);
+      table.Bind(n, *value);
+    }
   }
+  table.AddDevices(RankDevices(std::move(available)));
   return table;
 }
 
-ComSlots DefaultComSlots() {
+namespace {
+
+std::vector<std::string> HostDevices() {
   std::vector<std::string> available;
   for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts())
     available.push_back(info.systemLocation().toStdString());
-  return BuildComSlots(
+  return RankDevices(std::move(available));
+}
+
+}  // namespace
+
+ComSlots DefaultComSlots() {
+  ComSlots table = BuildComSlots(
       [](int n) -> std::optional<std::string> {
         const QByteArray name = "AMPDESK_COM" + QByteArray::number(n);
         if (!qEnvironmentVariableIsSet(name.constData())) return std::nullopt;
         return qEnvironmentVariable(name.constData()).toStdString();
       },
-      std::move(available));
+      HostDevices());
+  // The host is asked again at each scan: adapters come and go.
+  table.listDevices = HostDevices;
+  return table;
 }
 
 int SlotForDevice(ComSlots& slots, const std::string& device) {

@@ -14,8 +14,14 @@ namespace amp {
 // slot unbound on purpose). The remaining slots are filled in order from the
 // serial devices the host reports: USB adapters (ttyUSB*, ttyACM*) first, as
 // they are what the amplifiers are usually wired to, then other devices, then
-// the on-board ttyS* ports. At most ten devices are bound.
+// the on-board ttyS* ports. At most ten devices are bound. Scan Ports asks the
+// host again: a device plugged in later takes a free slot, and the slots
+// already bound stay as they are.
 ComSlots DefaultComSlots();
+
+// Devices in the order they take free slots (the rule above), duplicates
+// dropped.
+std::vector<std::string> RankDevices(std::vector<std::string> available);
 
 // The rule above with its inputs made explicit. `env(n)` gives the value of
 // AMPDESK_COMn or nullopt when it is not set; `available` is the device paths

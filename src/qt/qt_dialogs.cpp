@@ -6,6 +6,8 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QWidget>
+#include <algorithm>
+#include <vector>
 
 #include "qt/binder.h"
 
@@ -47,7 +49,7 @@ std::unique_ptr<QWidget> QtDialogs::BuildWindow(const std::string& formName,
 }
 
 MsgResult QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
-                            const std::string& title) {
+                            const std::string& title, MsgDefault def) {
   QMessageBox box(parent_);
   box.setWindowTitle(Q(title));
   box.setText(Q(text));
@@ -68,26 +70,32 @@ MsgResult QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon
       box.setIcon(QMessageBox::NoIcon);
       break;
   }
+  // The buttons in the order MsgDefault counts them; Escape takes the last,
+  // which is Cancel or No on every box with a choice.
+  std::vector<QMessageBox::StandardButton> order;
   switch (buttons) {
     case MsgButtons::OK:
-      box.setStandardButtons(QMessageBox::Ok);
+      order = {QMessageBox::Ok};
       break;
     case MsgButtons::OKCancel:
-      box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
-      box.setEscapeButton(QMessageBox::Cancel);
+      order = {QMessageBox::Ok, QMessageBox::Cancel};
       break;
     case MsgButtons::YesNo:
-      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      order = {QMessageBox::Yes, QMessageBox::No};
       break;
     case MsgButtons::YesNoCancel:
-      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-      box.setEscapeButton(QMessageBox::Cancel);
+      order = {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel};
       break;
     case MsgButtons::RetryCancel:
-      box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
-      box.setEscapeButton(QMessageBox::Cancel);
+      order = {QMessageBox::Retry, QMessageBox::Cancel};
       break;
   }
+  QMessageBox::StandardButtons set;
+  for (QMessageBox::StandardButton b : order) set |= b;
+  box.setStandardButtons(set);
+  const size_t index = std::min(static_cast<size_t>(def), order.size() - 1);
+  box.setDefaultButton(order[index]);
+  box.setEscapeButton(order.back());
   const int r = box.exec();
   switch (r) {
     case QMessageBox::Ok:

@@ -34,7 +34,7 @@ class QtDialogs : public Dialogs {
   std::unique_ptr<QWidget> BuildWindow(const std::string& formName, QWidget* parent) const;
 
   MsgResult MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon,
-                   const std::string& title) override;
+                   const std::string& title, MsgDefault def = MsgDefault::First) override;
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& defaultText) override;
   // Returns when the form is unloaded (at once when its Load unloads it, or

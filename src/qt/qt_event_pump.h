@@ -8,6 +8,11 @@ namespace amp {
 class QtEventPump final : public EventPump {
  public:
   void DoEvents() override;
+  // Runs pending events with the operator's input (mouse buttons, wheel,
+  // keys, shortcuts, touch) swallowed on the way. Input posted by a test or
+  // queued by the window system is dropped alike; moves still pass, so hover
+  // feedback keeps up.
+  void Refresh() override;
   // Blocks in the event dispatcher until something happens (socket data, a
   // timer, a posted event) or a wake-up timer of `ms` fires, then handles
   // what arrived and returns.

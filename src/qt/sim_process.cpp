@@ -5,6 +5,9 @@
 #include <QProcess>
 #include <QStringList>
 
+#include <sys/prctl.h>
+#include <unistd.h>
+#include <csignal>
 #include <cstdlib>
 #include <sstream>
 
@@ -50,6 +53,14 @@ bool SimProcess::Start(const std::string& program, const std::vector<std::string
   proc_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
   QStringList qargs;
   for (const auto& a : args) qargs << QString::fromStdString(a);
+  // The simulated unit goes with this program however it ends, a kill or a
+  // crash included: the kernel sends it SIGTERM when its parent dies. A
+  // parent gone before the request took hold is caught by its pid.
+  const pid_t parent = ::getpid();
+  proc_->setChildProcessModifier([parent] {
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (::getppid() != parent) ::_exit(1);
+  });
   proc_->start(QString::fromStdString(program), qargs);
   if (!proc_->waitForStarted(timeoutMs)) {
     *error = "cannot start " + program + ": " + proc_->errorString().toStdString();

@@ -47,26 +47,29 @@ constexpr int kCfgProgrammableBUC = 1024;
 
 }  // namespace
 
-void FirstRead::DoEvents() { c_.host().pump.DoEvents(); }
+// The panel repaints between steps, but nothing the operator does acts while
+// the unit is read: a click on a control the first read is about to enable
+// would otherwise land on it.
+void FirstRead::RefreshPanel() { c_.host().pump.Refresh(); }
 
 void FirstRead::FirstTimeRead() {
   IdentifyUnit();
   ReadCountsAndConfig();
-  DoEvents();
+  RefreshPanel();
   ReadLimits();
   InitDisplay();
-  DoEvents();
+  RefreshPanel();
   ReadStartupAndNames();
   ReadEnableWords();
-  DoEvents();
+  RefreshPanel();
   ReadOptionsAndStatus();
-  DoEvents();
+  RefreshPanel();
   ReadPortsAndBands();
-  DoEvents();
+  RefreshPanel();
   ReadTemperatures();
-  DoEvents();
+  RefreshPanel();
   ReadPowerAndTube();
-  DoEvents();
+  RefreshPanel();
   ReadFinalOptions();
   c_.gFirstReadDone = true;
   s_.gInPanelUpdate = false;
@@ -82,7 +85,7 @@ void FirstRead::IdentifyUnit() {
   ShowIdentityFields();
   v_.gIsFBDCUnit = u_.gFWPartNumber == "715-2295-001";
   setup_.InitLLDP();
-  DoEvents();
+  RefreshPanel();
 }
 
 void FirstRead::ShowIdentityFields() {

@@ -66,7 +66,7 @@ class FirstRead {
   void ReadHeaterMenus();
   void SetParamLog(bool ownLog);
   void SetFaultLogSize();
-  void DoEvents();
+  void RefreshPanel();
 
   Comms& c_;
   UnitDescriptor& u_;

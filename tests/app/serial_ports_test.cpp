@@ -89,6 +89,42 @@ TEST_F(PortFixture, ListShowsBoundPortsWhoseDeviceExists) {
   for (int i = 0; i < 10; ++i) EXPECT_FALSE(d->frmMain.mnuComPort[i].Visible()) << i;
 }
 
+TEST(PortSlots, AStoredPortFollowsItsDeviceOrOpensNothingAndScansAddNewDevices) {
+  DeskRig rig;
+  std::vector<std::string> devices;
+  auto run = [&](std::vector<std::string> plugged) -> AmpDesk& {
+    devices = std::move(plugged);
+    rig.slots = ComSlots();
+    rig.slots.listDevices = [&] { return devices; };
+    rig.slots.Rescan();  // the slots of a fresh start
+    return rig.Load();
+  };
+  const std::string usb0 = "/dev/ttyUSB0", usb1 = "/dev/ttyUSB1", usb5 = "/dev/ttyUSB5";
+  run({usb0, usb1}).comms.Link.SetPortNumber(2);
+  rig.desk->Form_Unload();
+  EXPECT_EQ(rig.settings.Get("CurrentPort"), "2");
+
+  // The first adapter is gone, so the second is dealt COM1: the link follows it.
+  AmpDesk& moved = run({usb1});
+  EXPECT_EQ(moved.comms.Link.PortNumber(), 1);
+  moved.Form_Unload();
+
+  // It is gone too and another adapter took COM1: the number stays its own
+  // and opens nothing; the other adapter moves aside.
+  AmpDesk& gone = run({usb5});
+  EXPECT_EQ(gone.comms.Link.PortNumber(), 1);
+  EXPECT_EQ(rig.slots.Path(1), usb1);
+  EXPECT_EQ(rig.slots.Path(2), usb5);
+
+  // Plugged back and one more: a scan keeps every slot and adds the new one.
+  devices = {"/dev/ttyUSB7", usb5, usb1};
+  gone.frmMain.mnuPortScan.RaiseClick();
+  EXPECT_EQ(rig.slots.Path(1), usb1);
+  EXPECT_EQ(rig.slots.Path(2), usb5);
+  EXPECT_EQ(rig.slots.Path(3), "/dev/ttyUSB7");
+  EXPECT_EQ(gone.frmMain.mnuComPort[2].Caption(), "Com3 (/dev/ttyUSB7)");
+}
+
 TEST_F(PortFixture, DialogSelectsThePartsOfTheSettingsText) {
   Shown s = ShownFor("38400,O,7,1");
   EXPECT_EQ(s.caption, "Com1 Port Settings");

@@ -4,17 +4,26 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
-#include <QGroupBox>
+#include <QFileInfo>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
+#include <QMouseEvent>
 #include <QProcess>
 #include <QPushButton>
 #include <QSettings>
+#include <QSpinBox>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTextStream>
+#include <QWheelEvent>
+#include <csignal>
+#include <cstring>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -84,6 +93,16 @@ std::vector<std::string> MismatchesBetweenModelAndWindow(DesktopApp& app) {
   return out;
 }
 
+// The captions a button had when mouse presses reached it.
+struct PressSpy : QObject {
+  std::vector<std::string> captions;
+  bool eventFilter(QObject* o, QEvent* e) override {
+    if (e->type() == QEvent::MouseButtonPress)
+      captions.push_back(static_cast<QPushButton*>(o)->text().toStdString());
+    return false;
+  }
+};
+
 class AmpdeskWindow : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -118,16 +137,8 @@ TEST_F(AmpdeskWindow, ADemoSessionFillsTheWindowWithWhatThePanelModelHolds) {
     // A few polls go by; the window follows each of them.
     PumpUntil([] { return false; }, 3000);
 
-    ui::FrmMain& f = app.desk().frmMain;
-    MainWindow& w = app.window();
     EXPECT_EQ(MismatchesBetweenModelAndWindow(app), std::vector<std::string>{});
-    EXPECT_EQ(w.findChild<QLineEdit*>("txtFdBm")->text(), Q(f.txtFdBm.Text()));
-    EXPECT_EQ(w.windowTitle(), Q(f.Caption()));
-    const bool twta = std::string(profile) == "twta127";
-    EXPECT_EQ(w.findChild<QLabel*>("lblUnitTempType")->text(), twta ? "TWTA" : "SSPA");
-    EXPECT_EQ(w.findChild<QGroupBox*>("Frame30")->isHidden(), !twta)
-        << "the tube readouts belong to a tube unit";
-    EXPECT_TRUE(w.findChild<QLabel*>("Label33")->isVisible());  // Remote or Local
+    EXPECT_EQ(app.window().windowTitle(), Q(app.desk().frmMain.Caption()));
     EXPECT_EQ(ends, 0);
   }
 }
@@ -181,8 +192,32 @@ TEST_F(AmpdeskWindow, ASerialDeviceNamedOnTheCommandLineIsFoundAndPolled) {
     DesktopApp app(o);
     app.onEnd = [] {};
     ASSERT_TRUE(app.Start(&error)) << error;
+    // The operator clicks the button ("Terminate") while the unit is read:
+    // the click acts neither then nor later on the "Disconnect" it becomes.
+    ui::FrmMain& f = app.desk().frmMain;
+    auto* button = app.window().findChild<QPushButton*>("btnConnect");
+    PressSpy pressedAs;
+    button->installEventFilter(&pressedAs);
+    bool clicked = false;
+    const int watch = f.AddObserver([&](ui::Control* c) {
+      if (clicked || c != &f.txtPN || f.txtPN.Text().empty()) return;  // the first read has begun
+      clicked = true;
+      const QPoint at = button->rect().center();
+      QCoreApplication::postEvent(
+          button, new QMouseEvent(QEvent::MouseButtonPress, at, button->mapToGlobal(at),
+                                  Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+      QCoreApplication::postEvent(
+          button, new QMouseEvent(QEvent::MouseButtonRelease, at, button->mapToGlobal(at),
+                                  Qt::LeftButton, Qt::NoButton, Qt::NoModifier));
+    });
     ASSERT_TRUE(PumpUntil([&] { return SessionUp(app); }, 30000))
         << "the unit on " << sim.SerialPath() << " was not found";
+    f.RemoveObserver(watch);
+    PumpUntil([] { return false; }, 300);
+    EXPECT_TRUE(clicked);
+    EXPECT_EQ(pressedAs.captions, std::vector<std::string>{});
+    EXPECT_EQ(button->text(), "Disconnect");
+    EXPECT_TRUE(f.Timer1.TimerEnabled());
     EXPECT_EQ(MismatchesBetweenModelAndWindow(app), std::vector<std::string>{});
     // The slot the device went into is the one the menu shows checked.
     int checked = 0;
@@ -192,32 +227,6 @@ TEST_F(AmpdeskWindow, ASerialDeviceNamedOnTheCommandLineIsFoundAndPolled) {
     EXPECT_EQ(app.window().findChild<QAction*>("mnuPollEn")->isChecked(), *address != 0);
     app.window().close();
   }
-}
-
-TEST_F(AmpdeskWindow, WithoutAUnitThePanelWaitsAndTheAboutBoxOpensFromTheHelpMenu) {
-  DesktopOptions o;
-  o.settingsFile = SettingsPath();
-  DesktopApp app(o);
-  app.onEnd = [] {};
-  std::string error;
-  ASSERT_TRUE(app.Start(&error)) << error;
-  PumpUntil([] { return false; }, 300);
-  auto* connect = app.window().findChild<QPushButton*>("btnConnect");
-  EXPECT_EQ(connect->text(), "Connect");
-  EXPECT_FALSE(app.window().findChild<QLineEdit*>("txtAtnDB")->isEnabled());
-
-  std::string title, version;
-  auto acted = test::WhenModalAppears([&](QWidget* w) {
-    title = w->windowTitle().toStdString();
-    version = w->findChild<QLabel*>("lblVersion")->text().toStdString();
-    w->findChild<QPushButton*>("cmdOK")->click();
-  });
-  app.window().findChild<QAction*>("mnuHelpAbout")->trigger();
-  EXPECT_TRUE(*acted);
-  EXPECT_EQ(title, "About AmpDesk");
-  EXPECT_EQ(version.rfind("Version ", 0), 0u) << version;
-  EXPECT_FALSE(app.desk().frmAbout.Loaded());
-  EXPECT_EQ(app.dialogs().ActiveFormWindow(), nullptr);
 }
 
 // Frames the simulated unit received (its --frame-log) that carry exactly
@@ -264,9 +273,7 @@ TEST_F(AmpdeskScript, ClickingTheTransmitterBoxTurnsTheUnitOnAndTheWindowShowsIt
   EXPECT_EQ(FramesReceived(log, "A"), 0) << "no transmitter-off command";
   // What the unit reported after the command, in the model and the window.
   EXPECT_EQ(f.chkPS.Value(), 1);
-  EXPECT_TRUE(app.window().findChild<QCheckBox*>("chkPS")->isChecked());
   EXPECT_EQ(f.Label31.Caption(), "HV On");
-  EXPECT_EQ(app.window().findChild<QLabel*>("Label31")->text(), "HV On");
   EXPECT_TRUE(app.window().findChild<QCheckBox*>("chkConstPwr")->isEnabled())
       << "constant power can be set with the transmitter on";
   EXPECT_EQ(MismatchesBetweenModelAndWindow(app), std::vector<std::string>{});
@@ -296,6 +303,71 @@ TEST_F(AmpdeskScript, ADialogIsShownAsAWindowWhileTheScriptAnswersIt) {
   EXPECT_FALSE(app.desk().frmAbout.Loaded()) << "the script's OK closed it";
   EXPECT_EQ(app.dialogs().ActiveFormWindow(), nullptr);
   app.window().close();
+}
+
+// A slip of the operator's hand on a transmitting unit: the poll is stopped,
+// so every frame the unit gets from then on is one the slip sent.
+class AmpdeskSlips : public AmpdeskWindow {
+ protected:
+  DesktopApp& Transmitting() {
+    DesktopOptions o = Demo("sspa120");
+    o.simArgs = {"--frame-log=" + log_.toStdString()};
+    app_ = std::make_unique<DesktopApp>(o);
+    app_->onEnd = [] {};
+    std::string error;
+    EXPECT_TRUE(app_->Start(&error)) << error;
+    EXPECT_TRUE(PumpUntil([&] { return SessionUp(*app_); }, 20000));
+    app_->desk().frmMain.Timer1.SetTimerEnabled(false);
+    PumpUntil([] { return false; }, 200);
+    EXPECT_EQ(app_->desk().frmMain.chkPS.Value(), 1);
+    app_->window().findChild<QPushButton*>("btnConnect")->setFocus();
+    return *app_;
+  }
+  int Frames() const {
+    QFile f(log_);
+    if (!f.open(QIODevice::ReadOnly)) return -1;
+    return static_cast<int>(f.readAll().count("<STX>"));
+  }
+  const QString log_ = dir_.filePath("frames.log");
+  std::unique_ptr<DesktopApp> app_;
+};
+
+TEST_F(AmpdeskSlips, AWheelOverAListOrAnUpDownWithoutTheFocusSendsNothing) {
+  DesktopApp& app = Transmitting();
+  std::vector<QWidget*> wheeled;
+  for (QComboBox* cb : app.window().findChildren<QComboBox*>()) wheeled.push_back(cb);
+  for (QAbstractSpinBox* sb : app.window().findChildren<QAbstractSpinBox*>()) wheeled.push_back(sb);
+  int live = 0;
+  const int before = Frames();
+  for (QWidget* w : wheeled) {
+    live += w->isEnabled() && w->isVisible();
+    for (int dy : {120, -120, -120}) {
+      const QPointF at = QRectF(w->rect()).center();
+      QWheelEvent notch(at, w->mapToGlobal(at), {}, {0, dy}, Qt::NoButton, Qt::NoModifier,
+                        Qt::NoScrollPhase, false);
+      QApplication::sendEvent(w, &notch);
+    }
+    EXPECT_EQ(Frames(), before) << w->objectName().toStdString();
+  }
+  EXPECT_GE(live, 3) << "the session left too few lists and up-downs to wheel";
+  EXPECT_EQ(MismatchesBetweenModelAndWindow(app), std::vector<std::string>{});
+}
+
+TEST_F(AmpdeskSlips, EnterOnTheClocksResetUnitBoxSendsNothing) {
+  DesktopApp& app = Transmitting();
+  const int before = Frames();
+  std::string title;
+  auto answered = test::WhenModalAppears(
+      [&](QWidget* box) {
+        title = box->windowTitle().toStdString();
+        QTest::keyClick(box->focusWidget() ? box->focusWidget() : box, Qt::Key_Return);
+      },
+      5000, [](QWidget* w) { return qobject_cast<QMessageBox*>(w) != nullptr; });
+  app.window().findChild<QPushButton*>("Command7")->click();
+  EXPECT_TRUE(*answered);
+  EXPECT_EQ(title, "Reset Unit?");
+  PumpUntil([] { return false; }, 200);
+  EXPECT_EQ(Frames(), before) << "neither the clock (\"%\") nor a reset (\"~\") goes out";
 }
 
 TEST(AmpdeskOptions, ReadsEachOptionAndRefusesWhatMakesNoSense) {
@@ -419,30 +491,84 @@ TEST_F(AmpdeskProgram, HelpBadArgumentsAndAScreenshotOfADemoSession) {
   EXPECT_TRUE(err.contains("cannot save the screenshot")) << err.toStdString();
 }
 
-TEST_F(AmpdeskProgram, ABadScriptIsReportedWithItsLineBeforeAnythingStarts) {
+// The child processes of `pid`, from /proc.
+std::vector<long> ChildrenOf(qint64 pid) {
+  std::vector<long> out;
+  const QString tasks = QString("/proc/%1/task").arg(pid);
+  for (const QString& task : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    QFile f(tasks + "/" + task + "/children");
+    if (!f.open(QIODevice::ReadOnly)) continue;
+    for (const QByteArray& word : f.readAll().split(' '))
+      if (!word.trimmed().isEmpty()) out.push_back(word.trimmed().toLong());
+  }
+  return out;
+}
+
+// Gone, or a zombie nobody has reaped yet.
+bool Ended(long pid) {
+  QFile f(QString("/proc/%1/stat").arg(pid));
+  if (!f.open(QIODevice::ReadOnly)) return true;
+  const QByteArray stat = f.readAll();
+  const auto close = stat.lastIndexOf(')');
+  return close < 0 || stat.mid(close + 2, 1) == "Z";
+}
+
+TEST_F(AmpdeskProgram, TheDemoUnitEndsWithTheProgramOnAStopSignalOrAKill) {
   QTemporaryDir dir;
   ASSERT_TRUE(dir.isValid());
   struct Case {
-    const char* text;
-    const char* message;
+    const char* program;
+    QStringList args;
+    int signal;
   };
-  const Case cases[] = {
-      {"click chkPS\nclick chkNoSuchBox\n", "line 2: unknown control 'chkNoSuchBox'"},
-      {"# comment\n\nwait 100\npress chkPS\n", "line 4:"},
-      {"click frmAbout.cmdNope\n", "line 1:"},
-  };
+  const QStringList desk = {"--demo", "--settings-file", dir.filePath("s.ini")};
+  const QStringList cli = {"--demo", "--data-dir", dir.path(), "monitor"};
+  const Case cases[] = {{AMPDESK_EXE, desk, SIGTERM},    {AMPDESK_EXE, desk, SIGINT},
+                        {AMPDESK_EXE, desk, SIGHUP},     {AMPDESK_EXE, desk, SIGKILL},
+                        {AMPDESK_CLI_EXE, cli, SIGTERM}, {AMPDESK_CLI_EXE, cli, SIGKILL}};
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
-    const QString path = dir.filePath("bad.txt");
-    std::ofstream(path.toStdString()) << c.text;
-    QString err;
-    EXPECT_EQ(Run({"--demo", "--settings-file", dir.filePath("s.ini"), "--script", path}, &err), 2);
-    EXPECT_TRUE(err.contains(c.message)) << err.toStdString();
-    EXPECT_FALSE(err.contains("simulated amplifier")) << "nothing is started for a bad script";
+    SCOPED_TRACE(std::string(c.program) + " " + strsignal(c.signal));
+    QProcess p;
+    auto env = QProcessEnvironment::systemEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    env.insert("AMPSIM", AMPSIM_EXE);
+    p.setProcessEnvironment(env);
+    p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    p.start(c.program, c.args);
+    ASSERT_TRUE(p.waitForStarted(5000));
+    std::vector<long> sim;
+    // The simulated unit runs, and the program had time to reach its loop.
+    for (int i = 0; i < 200 && sim.empty(); ++i) {
+      p.waitForFinished(50);
+      sim = ChildrenOf(p.processId());
+    }
+    ASSERT_EQ(sim.size(), 1u);
+    p.waitForFinished(1500);
+    QElapsedTimer clock;
+    clock.start();
+    ::kill(static_cast<pid_t>(p.processId()), c.signal);
+    while (!Ended(sim[0]) && clock.elapsed() < 5000) p.waitForFinished(10);
+    const qint64 ms = clock.elapsed();
+    std::printf("%s, %s: the simulated unit ended %lld ms after the signal\n",
+                QFileInfo(c.program).fileName().toLocal8Bit().constData(), strsignal(c.signal),
+                static_cast<long long>(ms));
+    EXPECT_LT(ms, 1000);
+    EXPECT_TRUE(p.waitForFinished(5000) || p.state() == QProcess::NotRunning);
+    if (c.signal != SIGKILL) EXPECT_EQ(p.exitStatus(), QProcess::NormalExit);
   }
+}
+
+// The script language and its errors are the panel script's (tests/cli);
+// here, that the program stops on one before it starts anything.
+TEST_F(AmpdeskProgram, ABadScriptIsReportedWithItsLineBeforeAnythingStarts) {
+  QTemporaryDir dir;
+  ASSERT_TRUE(dir.isValid());
+  const QString path = dir.filePath("bad.txt");
+  std::ofstream(path.toStdString()) << "click chkPS\nclick chkNoSuchBox\n";
   QString err;
-  EXPECT_EQ(Run({"--demo", "--script", dir.filePath("missing.txt")}, &err), 2);
-  EXPECT_TRUE(err.contains("cannot read the script")) << err.toStdString();
+  EXPECT_EQ(Run({"--demo", "--settings-file", dir.filePath("s.ini"), "--script", path}, &err), 2);
+  EXPECT_TRUE(err.contains("line 2: unknown control 'chkNoSuchBox'")) << err.toStdString();
+  EXPECT_FALSE(err.contains("simulated amplifier")) << "nothing is started for a bad script";
 }
 
 }  // namespace

@@ -72,16 +72,7 @@ TEST(FormBinderMainWindow, EveryControlOfThePanelHasItsWidget) {
   EXPECT_EQ(p.binder->Bound("FaultAbit(3)"), p.Widget<QLabel>("FaultAbit_3"));
   EXPECT_EQ(p.binder->Bound("mnuComPort(9)"), p.Widget<QAction>("mnuComPort_9"));
   EXPECT_NE(p.Widget<QMenu>("mnuFaultLog"), nullptr);
-  EXPECT_EQ(FormBinder::ObjectNameFor(p.f.mnuCalTables[7]), "mnuCalTables_7");
-  EXPECT_EQ(FormBinder::ObjectNameFor(p.f.txtFdBm), "txtFdBm");
   // Frames of the model are the group boxes that hold their controls.
-  for (const char* frame :
-       {"Frame30", "Frame14", "Frame20", "Frame27", "fraRF", "fraTrips", "fraAtten", "fraWaveguide",
-        "fraTemp", "fraUnit", "fraFaults", "fraAlarms", "fraSummary"})
-    EXPECT_NE(p.Widget<QGroupBox>(frame), nullptr) << frame;
-  EXPECT_TRUE(p.Widget<QGroupBox>("Frame30")->isAncestorOf(p.Widget<QLineEdit>("txtHelixV")));
-  EXPECT_TRUE(p.Widget<QGroupBox>("fraRF")->isAncestorOf(p.Widget<QLineEdit>("txtFdBm")));
-  EXPECT_TRUE(p.Widget<QGroupBox>("Frame14")->isAncestorOf(p.Widget<QLineEdit>("txtCS4")));
   EXPECT_TRUE(p.Widget<QGroupBox>("Frame27")->isAncestorOf(p.Widget<QComboBox>("cmbRfBand")));
   EXPECT_FALSE(p.Widget<QGroupBox>("Frame27")->isAncestorOf(p.Widget<QLineEdit>("txtAtnDB")));
 }
@@ -128,101 +119,32 @@ TEST(FormBinderDialogWindows, OptionButtonsFollowTheirModelGroupsNotTheirParents
       << "another group is left alone";
 }
 
-TEST(FormBinderDialogWindows, TheSubBandDialogShowsTheButtonsOfTheSubBandsTheModelHolds) {
-  QtDialogs dialogs;
-  RegisterDialogWindows(dialogs);
-  ui::FrmSetSubBand sb;
-  std::unique_ptr<QWidget> w = dialogs.BuildWindow("frmSetSubBand", nullptr);
-  ASSERT_NE(w, nullptr);
-  FormBinder binder(sb, w.get());
-  std::vector<int> clicks;
-  for (int i = 0; i < ui::FrmSetSubBand::kSubBands; ++i)
-    sb.optSelectedSB[i].Click = [&clicks, i] { clicks.push_back(i); };
-  // The model hides every button until the dialog loads; three sub-bands then.
-  for (int i = 0; i < 3; ++i) {
-    sb.optSelectedSB[i].SetCaption("#" + std::to_string(i + 1) + "  1" + std::to_string(i) +
-                                   ".7 GHz");
-    sb.optSelectedSB[i].SetVisible(true);
-  }
-  sb.optSelectedSB[1].SetValue(true);
-  clicks.clear();
-  w->show();
-  std::vector<std::string> shown;
-  for (int i = 0; i < ui::FrmSetSubBand::kSubBands; ++i) {
-    auto* r = w->findChild<QRadioButton*>(QString("optSelectedSB_%1").arg(i));
-    ASSERT_NE(r, nullptr) << i;
-    if (!r->isHidden()) shown.push_back(r->text().toStdString());
-  }
-  EXPECT_EQ(shown, (std::vector<std::string>{"#1  10.7 GHz", "#2  11.7 GHz", "#3  12.7 GHz"}));
-  EXPECT_TRUE(w->findChild<QRadioButton*>("optSelectedSB_1")->isChecked());
-
-  // On its caption: a radio button takes clicks on its circle and text only.
-  auto* third = w->findChild<QRadioButton*>("optSelectedSB_2");
-  QTest::mouseClick(third, Qt::LeftButton, {}, QPoint(8, third->height() / 2));
-  EXPECT_EQ(clicks, std::vector<int>{2});
-  EXPECT_TRUE(sb.optSelectedSB[2].Value());
-  EXPECT_FALSE(sb.optSelectedSB[1].Value());
-  EXPECT_FALSE(w->findChild<QRadioButton*>("optSelectedSB_1")->isChecked());
-}
-
-TEST(FormBinderMainWindow, DesignCaptionsOfTheModelAreShownAtBind) {
-  BoundPanel p;
-  EXPECT_EQ(p.w.windowTitle(), "AmpDesk Control Utility");
-  EXPECT_EQ(p.Widget<QPushButton>("btnConnect")->text(), "Connect");
-  EXPECT_EQ(p.Widget<QGroupBox>("fraFaults")->title(), "Fault Status");
-  EXPECT_EQ(p.Widget<QCheckBox>("chkPS")->text(), "Transmitter ON");
-  EXPECT_EQ(p.Widget<QComboBox>("cmbWgCfg")->count(), p.f.cmbWgCfg.ListCount());
-  EXPECT_EQ(p.Widget<QComboBox>("cmbWgCfg")->currentIndex(), -1);
-  EXPECT_EQ(p.Widget<QAction>("mnuCalTables_3")->text(), Q(p.f.mnuCalTables[3].Caption()));
-  EXPECT_EQ(p.Widget<QMenu>("mnuComm")->title(), "Communication");
-}
-
+// Texts, captions, values, list positions and visibility are compared for
+// every control after a real session (ampdesk_window_test); here, what that
+// comparison does not see.
 TEST(FormBinderModelToWidget, PropertiesOfEachKindOfControlFollowTheModel) {
   BoundPanel p;
   ui::FrmMain& f = p.f;
 
-  f.txtFdBm.SetText("58.8");
   f.txtAtnDB.SetLocked(true);
   f.txtAtnDB.SetBackColor(ui::RGB(255, 255, 0));
-  EXPECT_EQ(p.Widget<QLineEdit>("txtFdBm")->text(), "58.8");
   EXPECT_TRUE(p.Widget<QLineEdit>("txtAtnDB")->isReadOnly());
   EXPECT_EQ(p.Widget<QLineEdit>("txtAtnDB")->palette().color(QPalette::Active, QPalette::Base),
             QColor(255, 255, 0));
   f.txtAtnDB.SetLocked(false);
-  f.txtAtnDB.SetBackColor(0xFFFFFF);
   EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isReadOnly());
-  EXPECT_NE(p.Widget<QLineEdit>("txtAtnDB")->palette().color(QPalette::Active, QPalette::Base),
-            QColor(255, 255, 0));
   // A readout that is read-only by design stays so whatever Locked says.
   EXPECT_TRUE(p.Widget<QLineEdit>("txtFdBm")->isReadOnly());
 
-  f.Label31.SetCaption("HV On");
   f.Label31.SetForeColor(ui::QBColor(2));
-  f.Label12.SetVisible(false);
-  EXPECT_EQ(p.Widget<QLabel>("Label31")->text(), "HV On");
   auto* state = p.Widget<QLabel>("Label31");
   EXPECT_EQ(state->palette().color(QPalette::Active, state->foregroundRole()), QColor(0, 128, 0))
       << "the colour the label is drawn with, on whatever background it sits";
-  EXPECT_TRUE(p.Widget<QLabel>("Label12")->isHidden());
 
-  f.chkRFI.SetValue(1);
-  EXPECT_TRUE(p.Widget<QCheckBox>("chkRFI")->isChecked());
   f.chkRFI.SetValue(2);
   EXPECT_EQ(p.Widget<QCheckBox>("chkRFI")->checkState(), Qt::PartiallyChecked);
 
-  f.cmbRfBand.AddItem("Ku 13.75-14.5");
-  f.cmbRfBand.AddItem("Ku 12.75-13.25");
-  f.cmbRfBand.SetListIndex(1);
-  auto* band = p.Widget<QComboBox>("cmbRfBand");
-  ASSERT_EQ(band->count(), 2);
-  EXPECT_EQ(band->currentIndex(), 1);
-  f.cmbRfBand.RemoveItem(0);
-  EXPECT_EQ(band->count(), 1);
-  EXPECT_EQ(band->currentIndex(), 0);
-
-  f.Frame30.SetVisible(false);
   f.fraAtten.SetEnabled(false);
-  EXPECT_TRUE(p.Widget<QGroupBox>("Frame30")->isHidden());
   EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isEnabled());  // inside the disabled frame
   f.fraAtten.SetEnabled(true);
   f.txtAtnDB.SetEnabled(false);
@@ -231,25 +153,14 @@ TEST(FormBinderModelToWidget, PropertiesOfEachKindOfControlFollowTheModel) {
   EXPECT_FALSE(p.Widget<QLineEdit>("txtAtnDB")->isEnabled())
       << "the field's own setting outlives its frame's";
 
-  f.mnuUseEnet.SetChecked(true);
-  f.mnuPLog.SetVisible(false);
-  f.mnuSaveAs.SetEnabled(false);
-  f.mnuCom.SetCaption("Serial Port:   COM3");
-  EXPECT_TRUE(p.Widget<QAction>("mnuUseEnet")->isChecked());
-  EXPECT_FALSE(p.Widget<QAction>("mnuPLog")->isVisible());
-  EXPECT_FALSE(p.Widget<QAction>("mnuSaveAs")->isEnabled());
-  EXPECT_EQ(p.Widget<QMenu>("mnuCom")->title(), "Serial Port:   COM3");
   // An unchecked entry shows no check box at all.
+  f.mnuUseEnet.SetChecked(true);
   f.mnuUseEnet.SetChecked(false);
   EXPECT_FALSE(p.Widget<QAction>("mnuUseEnet")->isCheckable());
-
-  f.SetCaption("AmpDesk Control Utility - SSPA");
-  EXPECT_EQ(p.w.windowTitle(), "AmpDesk Control Utility - SSPA");
 
   f.sbStatusBar.SetPanelText(0, "Searching: A, 9600,N,8,1");
   ASSERT_NE(p.binder->StatusPanel("sbStatusBar", 0), nullptr);
   EXPECT_EQ(p.binder->StatusPanel("sbStatusBar", 0)->text(), "Searching: A, 9600,N,8,1");
-  EXPECT_NE(p.binder->StatusPanel("sbStatusBar", 1), nullptr);
   EXPECT_EQ(p.binder->StatusPanel("sbStatusBar", 2), nullptr);
 
   f.UpDown3.SetRange(0, 4096);
@@ -307,6 +218,7 @@ TEST(FormBinderWidgetToModel, ClicksReachTheHooksAndSetValuesFirst) {
   events.clear();
   QTest::mouseClick(p.Widget<QPushButton>("btnConnect"), Qt::LeftButton);
   QTest::mouseClick(p.Widget<QCheckBox>("chkPS"), Qt::LeftButton);  // grayed: checks it
+  QTest::mouseClick(p.Widget<QCheckBox>("chkPS"), Qt::LeftButton);  // and unchecks it
   auto* sw1 = p.Widget<QComboBox>("cmbWgSw1");
   sw1->activated(1);  // what the list emits when the operator picks an entry
   sw1->activated(1);  // the same entry again changes nothing
@@ -318,24 +230,14 @@ TEST(FormBinderWidgetToModel, ClicksReachTheHooksAndSetValuesFirst) {
   QTest::mouseClick(p.Widget<QLabel>("lblSBandFrq"), Qt::LeftButton);
   QTest::mouseDClick(p.Widget<QLabel>("lblSBandFrq"), Qt::LeftButton);
 
-  EXPECT_EQ(events, (std::vector<std::string>{"connect", "chkPS=1", "sw1=1", "useEnet", "watts",
-                                              "subband click", "subband dblclick"}));
-  EXPECT_EQ(p.Widget<QCheckBox>("chkPS")->checkState(), Qt::Checked);
+  EXPECT_EQ(events, (std::vector<std::string>{"connect", "chkPS=1", "chkPS=0", "sw1=1", "useEnet",
+                                              "watts", "subband click", "subband dblclick"}));
+  EXPECT_EQ(p.Widget<QCheckBox>("chkPS")->checkState(), Qt::Unchecked);
   EXPECT_EQ(f.cmbWgSw1.ListIndex(), 1);
   EXPECT_TRUE(p.Widget<QAction>("mnuUseEnet")->isChecked());
   // The action toggled itself when triggered; the model, which did not
   // check it, wins.
   EXPECT_FALSE(p.Widget<QAction>("mnuWatts")->isChecked());
-}
-
-TEST(FormBinderWidgetToModel, ClicksToggleACheckBox) {
-  BoundPanel p;
-  std::vector<int> values;
-  p.f.chkPS.Click = [&] { values.push_back(p.f.chkPS.Value()); };
-  ShowActive(p.w);
-  QTest::mouseClick(p.Widget<QCheckBox>("chkPS"), Qt::LeftButton);
-  QTest::mouseClick(p.Widget<QCheckBox>("chkPS"), Qt::LeftButton);
-  EXPECT_EQ(values, (std::vector<int>{1, 0}));
 }
 
 TEST(FormBinderWidgetToModel, AHandlerThatRefusesAClickPutsTheBoxBack) {

@@ -86,7 +86,7 @@ TEST(QtDialogsModalForm, RunsLoadShowsTheBoundWindowAndReturnsWhenUnloaded) {
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST(QtDialogsModalForm, ClosingTheWindowAsksTheFormToUnload) {
+TEST(QtDialogsModalForm, ClosingTheWindowAsksTheFormToUnloadAndALoadThatUnloadsShowsNothing) {
   QtDialogs dialogs;
   dialogs.RegisterForm("frmTest", BuildTestWindow);
   FrmTest form;
@@ -97,12 +97,7 @@ TEST(QtDialogsModalForm, ClosingTheWindowAsksTheFormToUnload) {
   EXPECT_TRUE(*acted);
   EXPECT_EQ(queries, 1);
   EXPECT_FALSE(form.Loaded());
-}
 
-TEST(QtDialogsModalForm, ALoadThatUnloadsShowsNothing) {
-  QtDialogs dialogs;
-  dialogs.RegisterForm("frmTest", BuildTestWindow);
-  FrmTest form;
   form.Load = [&] { form.Unload(); };
   dialogs.ShowModal(form);  // would wait for ever if it ran its loop
   EXPECT_FALSE(form.Loaded());
@@ -146,25 +141,42 @@ TEST(QtDialogsModalForm, ABoxFromAHandlerOfTheFormStacksOverIt) {
   EXPECT_FALSE(form.Loaded());
 }
 
-TEST(QtDialogsBoxes, MessageBoxesShowTheirTextIconAndButtonsAndReturnTheAnswer) {
+// Enter goes where the operator's would: to the widget with the focus.
+void Key(QWidget* box, Qt::Key key) {
+  QTest::keyClick(box->focusWidget() ? box->focusWidget() : box, key);
+}
+
+TEST(QtDialogsBoxes, BoxesShowTheirTextAndIconEnterTakesTheNamedDefaultEscapeTheSafeAnswer) {
   QtDialogs dialogs;
   struct Case {
     MsgButtons buttons;
     MsgIcon icon;
-    QMessageBox::StandardButton press;
+    MsgDefault def;
+    int key;  // a key, or a button to click when not a key
     MsgResult expected;
     QMessageBox::Icon qicon;
   };
+  constexpr int kEnter = Qt::Key_Return, kEscape = Qt::Key_Escape;
   const Case cases[] = {
-      {MsgButtons::OK, MsgIcon::Critical, QMessageBox::Ok, MsgResult::OK, QMessageBox::Critical},
-      {MsgButtons::YesNo, MsgIcon::Question, QMessageBox::No, MsgResult::No, QMessageBox::Question},
-      {MsgButtons::YesNoCancel, MsgIcon::Exclamation, QMessageBox::Cancel, MsgResult::Cancel,
+      {MsgButtons::OK, MsgIcon::Critical, MsgDefault::First, kEnter, MsgResult::OK,
+       QMessageBox::Critical},
+      {MsgButtons::OKCancel, MsgIcon::Exclamation, MsgDefault::Second, kEnter, MsgResult::Cancel,
        QMessageBox::Warning},
-      {MsgButtons::RetryCancel, MsgIcon::Information, QMessageBox::Retry, MsgResult::Retry,
+      {MsgButtons::OKCancel, MsgIcon::None, MsgDefault::First, kEnter, MsgResult::OK,
+       QMessageBox::NoIcon},
+      {MsgButtons::YesNo, MsgIcon::Question, MsgDefault::Second, kEnter, MsgResult::No,
+       QMessageBox::Question},
+      {MsgButtons::YesNo, MsgIcon::Question, MsgDefault::First, kEscape, MsgResult::No,
+       QMessageBox::Question},
+      {MsgButtons::YesNoCancel, MsgIcon::Information, MsgDefault::First, kEscape, MsgResult::Cancel,
        QMessageBox::Information},
-      {MsgButtons::OKCancel, MsgIcon::None, QMessageBox::Ok, MsgResult::OK, QMessageBox::NoIcon},
+      {MsgButtons::YesNoCancel, MsgIcon::None, MsgDefault::Second, QMessageBox::Cancel,
+       MsgResult::Cancel, QMessageBox::NoIcon},
+      {MsgButtons::RetryCancel, MsgIcon::None, MsgDefault::First, kEnter, MsgResult::Retry,
+       QMessageBox::NoIcon},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(static_cast<int>(&c - cases));
     QString title, text;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     auto acted = WhenModalAppears(
@@ -173,26 +185,20 @@ TEST(QtDialogsBoxes, MessageBoxesShowTheirTextIconAndButtonsAndReturnTheAnswer) 
           title = mb->windowTitle();
           text = mb->text();
           icon = mb->icon();
-          Press(w, c.press);
+          if (c.key == kEnter || c.key == kEscape)
+            Key(w, static_cast<Qt::Key>(c.key));
+          else
+            Press(w, static_cast<QMessageBox::StandardButton>(c.key));
         },
         5000, IsMessageBox);
     const MsgResult r =
-        dialogs.MsgBox("Not in Remote Mode", c.buttons, c.icon, "Communication Error");
+        dialogs.MsgBox("Not in Remote Mode", c.buttons, c.icon, "Communication Error", c.def);
     EXPECT_TRUE(*acted);
     EXPECT_EQ(r, c.expected);
     EXPECT_EQ(title, "Communication Error");
     EXPECT_EQ(text, "Not in Remote Mode");
     EXPECT_EQ(icon, c.qicon);
   }
-}
-
-TEST(QtDialogsBoxes, EscapeOnABoxWithCancelAnswersCancel) {
-  QtDialogs dialogs;
-  auto acted =
-      WhenModalAppears([](QWidget* w) { QTest::keyClick(w, Qt::Key_Escape); }, 5000, IsMessageBox);
-  EXPECT_EQ(dialogs.MsgBox("Overwrite?", MsgButtons::YesNoCancel, MsgIcon::Question, "Save"),
-            MsgResult::Cancel);
-  EXPECT_TRUE(*acted);
 }
 
 TEST(QtDialogsBoxes, InputBoxReturnsTheTextOrNothingWhenCancelled) {

@@ -1,6 +1,7 @@
 // Settings persistence in a temporary directory, and the COM slot binding.
 #include <QTemporaryDir>
 #include <map>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -48,10 +49,21 @@ TEST(QtComSlots, EnvironmentFirstThenUsbAdaptersThenOnBoardPorts) {
   for (int n = 1; n <= ComSlots::kCount; ++n)
     EXPECT_EQ(table.Path(n), expected[n - 1]) << "COM" << n;
 
+  // Scan Ports: a device unplugged keeps its slot, new ones take free slots
+  // and never the environment's.
+  ComSlots live = BuildComSlots(lookup, {"/dev/ttyS0", "/dev/ttyUSB0"});
+  std::vector<std::string> now = {"/dev/ttyS0", "/dev/ttyUSB3", "/dev/ttyACM0"};
+  live.listDevices = [&] { return RankDevices(now); };
+  live.Rescan();
+  const char* rescanned[] = {"/dev/ttyUSB0", "/dev/ttyAmp", "/dev/ttyS0", "",
+                             "/dev/ttyUSB3", "/dev/ttyACM0"};
+  for (int n = 1; n <= 6; ++n) EXPECT_EQ(live.Path(n), rescanned[n - 1]) << "COM" << n;
+
   qputenv("AMPDESK_COM7", "/tmp/amp-test-device");
   const ComSlots host = DefaultComSlots();
   qunsetenv("AMPDESK_COM7");
   EXPECT_EQ(host.Path(7), "/tmp/amp-test-device");
+  EXPECT_TRUE(host.listDevices) << "each scan asks the host again";
 }
 
 }  // namespace

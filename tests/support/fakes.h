@@ -50,8 +50,11 @@ class FakeEventPump : public EventPump {
     clock_.now = until;
   }
   void Sleep(int ms) override { clock_.now += ms; }
+  // Nothing scheduled runs: a refresh acts on no event.
+  void Refresh() override { ++refreshCalls; }
 
   int doEventsCalls = 0;
+  int refreshCalls = 0;
   int waitCalls = 0;
 
  private:
@@ -249,8 +252,8 @@ struct Box {
 
 class FakeDialogs : public Dialogs {
  public:
-  MsgResult MsgBox(const std::string& text, MsgButtons, MsgIcon icon,
-                   const std::string& title) override {
+  MsgResult MsgBox(const std::string& text, MsgButtons, MsgIcon icon, const std::string& title,
+                   MsgDefault = MsgDefault::First) override {
     boxes.push_back({title, text, icon});
     return answer;
   }

@@ -1,0 +1,28 @@
+// A clean stop on SIGINT (Ctrl-C), SIGTERM (a service manager, kill) and
+// SIGHUP (the terminal closed): the signal is handed to the event loop, which
+// runs `onStop` there, where anything may be done; the program then returns
+// from main and its destructors stop the simulated unit it started. A second
+// signal before the first was handled ends the program at once.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+class QSocketNotifier;
+
+namespace amp {
+
+class StopSignals {
+ public:
+  // One at a time; call once the application object exists.
+  explicit StopSignals(std::function<void(int signal)> onStop);
+  ~StopSignals();  // the signals' default actions come back
+  StopSignals(const StopSignals&) = delete;
+  StopSignals& operator=(const StopSignals&) = delete;
+
+ private:
+  std::function<void(int)> onStop_;
+  std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace amp
