@@ -18,9 +18,7 @@ TEST(Text, MidBoundaries) {
   EXPECT_EQ(Mid(s, 1, 1), "\x02");
   EXPECT_EQ(Mid(s, 7), "\x03");  // start = Len
   EXPECT_EQ(Mid(s, 8), "");      // start = Len+1
-  EXPECT_EQ(Mid(s, 9, 2), "");
-  EXPECT_EQ(Mid(s, 0), "");  // start below 1
-  EXPECT_EQ(Mid(s, -5, 3), "");
+  EXPECT_EQ(Mid(s, 0), "");      // start below 1
   EXPECT_EQ(Mid(s, 3, 0), "");
   EXPECT_EQ(Mid(s, 6, 100), "5\x03");  // length beyond the end
   EXPECT_EQ(Mid(s, 6, LONG_MAX), "5\x03");
@@ -31,11 +29,9 @@ TEST(Text, MidBoundaries) {
 
 TEST(Text, LeftRight) {
   EXPECT_EQ(Left("abc", 2), "ab");
-  EXPECT_EQ(Left("abc", 0), "");
   EXPECT_EQ(Left("abc", -1), "");
   EXPECT_EQ(Left("abc", 9), "abc");
   EXPECT_EQ(Right("abc", 2), "bc");
-  EXPECT_EQ(Right("abc", 0), "");
   EXPECT_EQ(Right("abc", -3), "");
   EXPECT_EQ(Right("abc", LONG_MAX), "abc");
 }
@@ -49,8 +45,6 @@ TEST(Text, InStrBoundaries) {
   EXPECT_EQ(InStr(6, "a,b,c", "c"), 0);  // start = Len+1
   EXPECT_EQ(InStr(0, "a,b,c", "a"), 0);  // start below 1
   EXPECT_EQ(InStr("ab", "abc"), 0);      // find longer than s
-  EXPECT_EQ(InStr("abc", "x"), 0);
-  EXPECT_EQ(InStr("", "a"), 0);
   EXPECT_EQ(InStr("abc", ""), 1);
   EXPECT_EQ(InStr(4, "abc", ""), 4);  // empty find: start up to Len+1
   EXPECT_EQ(InStr(5, "abc", ""), 0);
@@ -66,12 +60,10 @@ TEST(Text, InStrBoundaries) {
 
 TEST(Text, TrimAndCase) {
   EXPECT_EQ(LTrim("  a b  "), "a b  ");
-  EXPECT_EQ(RTrim("  a b  "), "  a b");
   EXPECT_EQ(Trim("  a b  "), "a b");
   EXPECT_EQ(Trim("   "), "");
   EXPECT_EQ(Trim("\ta\t"), "\ta\t");  // blanks only
   EXPECT_EQ(UCase("aZ1\xE4"), "AZ1\xE4");
-  EXPECT_EQ(LCase("Az1{"), "az1{");
 }
 
 TEST(Text, ChrAsc) {
@@ -90,12 +82,10 @@ TEST(Text, ReadableAndHex) {
             "<STX>A1<ETX>q");
   EXPECT_EQ(Readable("\x06\x15\r\n"), "<ACK><NAK><CR><LF>");
   EXPECT_EQ(Readable(std::string("\x00\x1f \x7e\x7f\xff", 6)), "<00><1f> ~<7f><ff>");
-  EXPECT_EQ(Readable(""), "");
   EXPECT_EQ(Hex("\x02"
                 "A1\x03q"),
             "02 41 31 03 71");
   EXPECT_EQ(Hex(std::string("\x00\xff\xab", 3)), "00 FF AB");
-  EXPECT_EQ(Hex(""), "");
 }
 
 }  // namespace
