@@ -81,8 +81,6 @@ TEST_F(TripTest, LevelFieldTakesOnlyANumber) {
   EXPECT_TRUE(r.s.dialogs.boxes.empty());
 }
 
-// ------------------------------------------------------------- remote mode
-
 // --------------------------------------------------------------- dBm/Watts
 
 TEST_F(TripTest, LevelGoesOutInDbmOnlyWhileTheUnitAndThePanelUseDbm) {
@@ -216,14 +214,6 @@ TEST(TripSetup, FactoryTripsAndTheMarginLeftByTheReadBefore) {
   EXPECT_EQ(r.v.gFactoryFwdTrip, "61.5");
   EXPECT_EQ(r.v.gFactoryRevTrip, "20.0");
   EXPECT_EQ(r.v.gFactoryTripMargin, "5");
-
-  // Nothing there: the default.
-  BandTripRig empty;
-  empty.s.Answer("YFTF?", "YFTF61.5");
-  empty.s.Answer("YFTR?", "YFTR");
-  empty.setup.InitFactoryTripLevels();
-  EXPECT_EQ(empty.v.gFactoryRevTrip, "0.0");
-  EXPECT_EQ(empty.v.gFactoryTripMargin, "0");
 }
 
 }  // namespace
