@@ -25,10 +25,7 @@ TEST(Numbers, ValReadsTheNumericPrefix) {
   EXPECT_EQ(Val("12.5\x03\x71"), 12.5);  // ETX and checksum after the number
   EXPECT_EQ(Val("-0042\x03"), -42);
   EXPECT_EQ(Val("1.2.3"), 1.2);
-  for (const char* none : {"", " ", "abc", "-", "+", ".", "-.", "e5",
-                           "\x03"
-                           "5",
-                           "- 5", "\r5"}) {
+  for (const char* none : {"", " ", "abc", "-", "+", ".", "-.", "e5", "\0035", "- 5", "\r5"}) {
     EXPECT_EQ(Val(none), 0) << none;
   }
 }

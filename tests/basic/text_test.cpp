@@ -9,9 +9,7 @@ namespace amp {
 namespace {
 
 TEST(Text, MidBoundaries) {
-  const std::string s =
-      "\x02"
-      "A12.5\x03";  // Len 7; a reply body starts at 3
+  const std::string s = "\002A12.5\003";  // Len 7; a reply body starts at 3
   EXPECT_EQ(Len(s), 7);
   EXPECT_EQ(Mid(s, 3), "12.5\x03");
   EXPECT_EQ(Mid(s, 3, 4), "12.5");
@@ -50,12 +48,7 @@ TEST(Text, InStrBoundaries) {
   EXPECT_EQ(InStr(5, "abc", ""), 0);
   EXPECT_EQ(InStr(0, "abc", ""), 0);
   EXPECT_EQ(InStr(LONG_MAX, "abc", "c"), 0);
-  EXPECT_EQ(InStr(1,
-                  "\x02"
-                  "A\x03"
-                  "5\x03",
-                  "\x03"),
-            3);
+  EXPECT_EQ(InStr(1, "\002A\0035\003", "\x03"), 3);
 }
 
 TEST(Text, TrimAndCase) {
@@ -77,14 +70,10 @@ TEST(Text, ChrAsc) {
 }
 
 TEST(Text, ReadableAndHex) {
-  EXPECT_EQ(Readable("\x02"
-                     "A1\x03q"),
-            "<STX>A1<ETX>q");
+  EXPECT_EQ(Readable("\002A1\003q"), "<STX>A1<ETX>q");
   EXPECT_EQ(Readable("\x06\x15\r\n"), "<ACK><NAK><CR><LF>");
   EXPECT_EQ(Readable(std::string("\x00\x1f \x7e\x7f\xff", 6)), "<00><1f> ~<7f><ff>");
-  EXPECT_EQ(Hex("\x02"
-                "A1\x03q"),
-            "02 41 31 03 71");
+  EXPECT_EQ(Hex("\002A1\003q"), "02 41 31 03 71");
   EXPECT_EQ(Hex(std::string("\x00\xff\xab", 3)), "00 FF AB");
 }
 

@@ -23,10 +23,7 @@ TEST(ReaderSupport, LocatesDataByEtxAndBlank) {
     EXPECT_EQ(v, "");
   }
   EXPECT_FALSE(rd::BlankValue(rx, 7, &v));  // the blank stands at 7
-  EXPECT_FALSE(
-      rd::BlankValue("\x06"
-                     "A.P66",
-                     1, &v));
+  EXPECT_FALSE(rd::BlankValue("\006A.P66", 1, &v));
   EXPECT_EQ(rd::ToEtx(rx, 8, 1), "123");
   EXPECT_EQ(rd::ToEtx("no end byte", 4), "end byte");
   EXPECT_EQ(rd::OpenEnd(rx, 9), "23" + rx.substr(rx.size() - 2));

@@ -49,9 +49,9 @@ TEST(RfPowerReaders, PositionsLengthsAndStopCodes) {
       {RF(1, ReadGainBalance), "PG?", "PG02.5", "0|2.5"},  // Len 10 passes
       {RF(1, ReadGainBalance), "PG?", "PG1.5", "-1|old"},  // Len 9 fails
       {RF(1, ReadGainBalance), "PG?", "PGx 3.5", "-1|3.5"},
-      {R(ReadGainBalance), "PG?", Ack("G13.5xx", 'P'), "-1"},  // "PG" at 2
+      {R(ReadGainBalance), "PG?", Ack("G13.5xx", 'P'), "-1"},      // "PG" at 2
       {RF(2, ReadUnitGain), "PBJ?", "PBJ0125", "true|0|125\x03"},  // Len 11 passes
-      {R(ReadUnitGain), "PBJ?", "PBJ012", "false"},            // Len 10 fails
+      {R(ReadUnitGain), "PBJ?", "PBJ012", "false"},                // Len 10 fails
       {R(ReadUnitGain), "PBJ?", "PXJ01234", "false"},
       {R(ReadConstPowerLevel), "G?", "G63.9", "63.9"},
       {R(ReadConstPowerLevel), "G?", "G64.0", ""},
