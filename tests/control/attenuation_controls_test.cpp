@@ -131,37 +131,6 @@ TEST_F(Attenuation, UpArrowStepsTheHeldPowerWhileConstantPowerIsOn) {
 
 // ------------------------------------------------------- Attenuator count
 
-TEST_F(Attenuation, CountBelowTheBaseOrRefusedSnapsBackToTheUnitsCount) {
-  r.v.gMinAtnCount = 2048;
-  r.s.Answer("8", "81234");
-  r.f.txtAtnCnt.SetText("1000");
-  EXPECT_FALSE(r.atn.SetAtnCount());
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"8"}));
-  EXPECT_EQ(r.f.txtAtnCnt.Text(), "1234");
-  r.s.Answer("8", "82222");
-  r.f.txtAtnCnt.SetText("4096");  // above the top
-  EXPECT_FALSE(r.atn.SetAtnCount());
-  r.s.Refuse(".D9 3000");  // a refused count snaps back too
-  r.f.txtAtnCnt.SetText("3000");
-  EXPECT_FALSE(r.atn.SetAtnCount());
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"8", "8", ".D9 3000", "8"}));
-  EXPECT_EQ(r.f.txtAtnCnt.Text(), "2222");
-  EXPECT_TRUE(r.s.dialogs.boxes.empty());
-}
-
-TEST_F(Attenuation, CountCommandTakesTheUnitsForm) {
-  r.s.Answer("C2500", "");
-  r.s.Answer(".D1 2500", "");
-  r.u.gCommandCSupport = true;
-  r.v.gMinAtnCount = 2500;  // the base itself is a valid count
-  r.f.txtAtnCnt.SetText("2499.6");
-  EXPECT_TRUE(r.atn.SetAtnCount());
-  r.u.gCommandCSupport = false;
-  r.u.gAtnCountCommand = ".D1";
-  EXPECT_TRUE(r.atn.SetAtnCount());
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"C2500", ".D1 2500"}));
-}
-
 TEST_F(Attenuation, CountFieldIsReadOnlyExceptOnTheDownconverter) {
   for (int k : {int{'5'}, 8, 13}) EXPECT_EQ(r.Key(r.f.txtAtnCnt, k), 0);
   r.f.txtAtnCnt.SetText("12");

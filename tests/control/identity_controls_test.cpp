@@ -95,25 +95,6 @@ TEST_F(IdentityTest, LeavingTheAddressSendsItOnlyUntilAnEnter) {
 
 // ------------------------------------------------------ part and serial number
 
-TEST_F(IdentityTest, PartAndSerialNumbersNeedFourCharacters) {
-  r.f.txtPN.SetText("123");
-  id.SetUnitPartNumber();
-  r.f.txtSN.SetText("");
-  id.SetUnitSerialNumber();
-  EXPECT_TRUE(r.s.sent.empty());
-  ASSERT_EQ(r.s.dialogs.boxes.size(), 2u);
-  EXPECT_EQ(r.s.dialogs.boxes[0].title, "Parameter Length Error");
-  EXPECT_EQ(r.s.dialogs.boxes[0].text, "Must have at least 4 digits");
-  EXPECT_FALSE(r.v.mEnterHandled);
-
-  r.f.txtPN.SetText("1234");
-  id.SetUnitPartNumber();
-  r.f.txtSN.SetText("SN-00017");
-  id.SetUnitSerialNumber();
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"YK1234", "YLSN-00017"}));
-  EXPECT_TRUE(r.v.mEnterHandled);
-}
-
 // ---------------------------------------------------------------- clock
 
 TEST_F(IdentityTest, ClockTextIsYearFirstWithMinutes) {

@@ -90,8 +90,6 @@ TEST(RemoteGuard, EveryGuardedControlRefusesOutsideRemoteMode) {
        [](auto& r) { return r.f.chkAutoMode.Value() == 0; }},
       {"address", [](auto& r) { r.f.txtAdr.SetText("D"); }, [](auto& r) { r.id.SetUnitAddress(); },
        [](auto& r) { return r.s.comms.Link.DeviceAddress() == "A"; }},
-      {"part number", [](auto& r) { r.f.txtPN.SetText("1234"); },
-       [](auto& r) { r.id.SetUnitPartNumber(); }, [](auto& r) { return !r.v.mEnterHandled; }},
       {"clock Now", [](auto& r) { r.f.txtDateTime.SetText("2020/01/01,00:00"); },
        [](auto& r) { r.f.Command7.Click(); },
        [](auto& r) { return r.f.txtDateTime.Text() == "2020/01/01,00:00"; }},

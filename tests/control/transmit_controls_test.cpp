@@ -184,15 +184,5 @@ TEST_F(Transmit, AutoRestoreEntrySendsTheInverseOfItsMarkEvenInLocalMode) {
   EXPECT_TRUE(r.s.dialogs.boxes.empty());
 }
 
-TEST_F(Transmit, AutoRestoreCountsAsDisabledOnlyWhenShownAndChecked) {
-  r.f.mnuAutoHVDisable.SetChecked(true);
-  r.f.mnuAutoHVDisable.SetVisible(false);
-  EXPECT_FALSE(r.tx.IsAutoXmitDisabled());
-  r.f.mnuAutoHVDisable.SetVisible(true);
-  EXPECT_TRUE(r.tx.IsAutoXmitDisabled());
-  r.f.mnuAutoHVDisable.SetChecked(false);
-  EXPECT_FALSE(r.tx.IsAutoXmitDisabled());
-}
-
 }  // namespace
 }  // namespace amp
