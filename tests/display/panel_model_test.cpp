@@ -90,26 +90,10 @@ TEST(PanelModelClick, ListIndexMovesAndRefusals) {
   }
 }
 
-TEST(PanelModelList, InsertAndRemoveKeepTheSelectionOnItsItem) {
-  TestForm f;
-  for (const char* item : {"A", "B", "C"}) f.cmb.AddItem(item);
-  f.cmb.SetListIndex(1);
-  f.cmb.AddItem("first", 0);
-  EXPECT_EQ(f.cmb.ListIndex(), 2);
-  EXPECT_EQ(f.cmb.List(f.cmb.ListIndex()), "B");
-  f.cmb.RemoveItem(0);
-  EXPECT_EQ(f.cmb.ListIndex(), 1);
-  f.cmb.RemoveItem(1);
-  EXPECT_EQ(f.cmb.ListIndex(), -1);
-  EXPECT_EQ(f.cmb.Items(), (std::vector<std::string>{"A", "C"}));
-}
-
 TEST(PanelModelForm, ControlsAreFoundByName) {
   FrmMain f;
   EXPECT_EQ(f.Find("FaultAbit(3)"), &f.FaultAbit[3]);
   EXPECT_EQ(f.Find("mnuComPort(9)"), &f.mnuComPort[9]);
-  EXPECT_EQ(f.FindAs<CheckBox>("chkPS"), &f.chkPS);
-  EXPECT_EQ(f.FindAs<CheckBox>("txtFdBm"), nullptr);
   EXPECT_EQ(f.Find("FaultAbit"), nullptr);
   EXPECT_EQ(f.Find("FaultAbit(6)"), nullptr);
   EXPECT_EQ(f.Controls().front(), f.Find("btnConnect"));
