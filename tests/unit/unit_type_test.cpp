@@ -276,19 +276,6 @@ TEST(UnitType, OptionFlagsByProject) {
   EXPECT_TRUE(u.gExtRefFault);  // every unit
   EXPECT_EQ(u.gAtnCountCommand, ".D9");
 
-  // The three rules outside the sequence leave their flags alone until run.
-  UnitDescriptor r = OptionsFor(30);
-  EXPECT_FALSE(r.gRevPowerTemperature);
-  ScriptedUnit s;
-  SetUnitRevPowerTemperatureOption(s.comms, r);
-  EXPECT_TRUE(r.gRevPowerTemperature);
-  r.gFWPartNumber = "715-2243-007";
-  SetPwrMisMatchAlarmOption(s.comms, r);
-  EXPECT_TRUE(r.gPwrMisMatchAlarm);
-  r.gCurrentSenseOption = true;
-  SetUnitCurrentSenseOption(s.comms, r);
-  EXPECT_FALSE(r.gCurrentSenseOption);
-
   // Touch screen: projects 500, 99, 510.
   ScriptedUnit t;
   UnitDescriptor ts;
