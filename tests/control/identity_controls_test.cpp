@@ -93,8 +93,6 @@ TEST_F(IdentityTest, LeavingTheAddressSendsItOnlyUntilAnEnter) {
   EXPECT_EQ(r.s.comms.Link.DeviceAddress(), "E");
 }
 
-// ------------------------------------------------------ part and serial number
-
 // ---------------------------------------------------------------- clock
 
 TEST_F(IdentityTest, ClockTextIsYearFirstWithMinutes) {
