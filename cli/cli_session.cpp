@@ -12,7 +12,6 @@ namespace amp::cli {
 
 namespace {
 
-constexpr const char* kDisconnectCaption = "Disconnect";
 // The first read of a large unit over a slow line takes a while; a connect
 // that has not settled by then is given up.
 constexpr int kConnectWaitMs = 120000;
@@ -68,16 +67,18 @@ void MemorySettings::Set(const std::string& key, const std::string& value) {
 
 CliSession::CliSession(ConsoleDialogs& dialogs, ComSlots slots)
     : dialogs_(dialogs), host_(std::move(slots)) {
-  host_.MakeDesk(timer_, dialogs_, settings_);
+  host_.MakeDesk(timer_, dialogs_, runSettings_);
   ui::FrmMain& f = host_.desk->frmMain;
+  // The button's caption changes with every change of the session's phase,
+  // so its change is when to look at the session.
   observer_ = f.AddObserver([this, &f](ui::Control* c) {
     if (c != &f.btnConnect) return;
-    const std::string now = f.btnConnect.Caption();
-    if (lastCaption_ == kDisconnectCaption && now != kDisconnectCaption) {
+    const bool now = Connected();
+    if (wasConnected_ && !now) {
       if (!expectDisconnect_) lost_ = true;
       expectDisconnect_ = false;
     }
-    lastCaption_ = now;
+    wasConnected_ = now;
   });
 }
 
@@ -91,11 +92,11 @@ bool CliSession::OpenTrace(const std::string& path, std::string* error) {
   return host_.OpenTrace(path, error);
 }
 
-bool CliSession::Connected() const {
-  return host_.desk->frmMain.btnConnect.Caption() == kDisconnectCaption;
-}
+bool CliSession::Connected() const { return host_.desk->comms.session.Connected(); }
 
-bool CliSession::LastPollOk() const { return Connected() && host_.desk->comms.gMissedPolls == 2; }
+bool CliSession::LastPollOk() const {
+  return host_.desk->comms.session.Health() == LinkHealth::Good;
+}
 
 void CliSession::PollNow() {
   if (timer_.Enabled()) timer_.Fire();
@@ -121,20 +122,17 @@ void CliSession::Close() {
 bool CliSession::Connect(const Target& target, const std::string& dataDirectory, bool watts) {
   AmpDesk& d = *host_.desk;
   d.values.gDataDirectory = dataDirectory;
-  settings_.Set("UnitsSetting", watts ? "True" : "False");
+  settings_.Set(setting_key::kUnitsSetting, watts ? "True" : "False");
+  frontend::RunTarget run;
   if (!target.tcpHost.empty()) {
-    settings_.Set("UseEnet", "True");
-    settings_.Set("UseIP", target.tcpHost);
-    settings_.Set("EthPort", std::to_string(target.tcpPort));
+    run.tcpHost = target.tcpHost;
+    run.tcpPort = target.tcpPort;
   } else {
-    settings_.Set("UseEnet", "False");
-    settings_.Set("CurrentPort", std::to_string(SlotForDevice(host_.slots, target.device)));
-    if (!target.settings.empty()) settings_.Set("ComSettings", target.settings);
-    if (!target.address.empty() && !target.settings.empty()) {
-      settings_.Set("PollStatus", "1");
-      settings_.Set("PollAddress", std::to_string(static_cast<int>(target.address[0])));
-    }
+    run.serialSlot = SlotForDevice(host_.slots, target.device);
+    run.lineSettings = target.settings;
+    run.address = target.address.empty() ? 0 : target.address[0];
   }
+  runSettings_.LayTarget(run);
   if (d.frmMain.Load) d.frmMain.Load();
   if (!target.tcpHost.empty()) return ConnectTcp();
   return ConnectSerial(target);

@@ -10,6 +10,7 @@
 
 #include "app/amp_desk.h"
 #include "cli/console_dialogs.h"
+#include "frontend/run_settings.h"
 #include "platform/com_slots.h"
 #include "qt/desk_host.h"
 #include "qt/qt_timer.h"
@@ -102,9 +103,10 @@ class CliSession {
   ConsoleDialogs& dialogs_;
   ConsoleTimer timer_;
   MemorySettings settings_;
+  frontend::RunSettings runSettings_{settings_};
   DeskHost host_;
   int observer_ = 0;
-  std::string lastCaption_ = "Connect";
+  bool wasConnected_ = false;
   bool lost_ = false;
   bool expectDisconnect_ = false;
 };

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "frontend/state_json.h"
 #include "platform/dialogs.h"
 
 namespace amp::cli {
@@ -39,10 +40,7 @@ class ConsoleDialogs : public Dialogs {
 
   MsgResult answer = MsgResult::OK;  // --answer
   std::deque<std::string> inputs;    // --input, used in order
-  struct Shown {
-    std::string title, text;
-    bool failure = false;
-  };
+  using Shown = frontend::ShownMessage;
   std::vector<Shown> shown;  // every message box, in order
   bool AnyFailure() const;
 

@@ -15,20 +15,26 @@
 #include <string>
 #include <vector>
 
+#include <CLI/CLI.hpp>
+
 #include "basic/json.h"
 #include "basic/numbers.h"
 #include "cli/cli_session.h"
 #include "cli/console_dialogs.h"
 #include "cli/panel_text.h"
 #include "cli/send_console.h"
-#include "cli/state_json.h"
 #include "display/panel_script.h"
+#include "frontend/options.h"
+#include "frontend/state_json.h"
 #include "qt/qt_com_slots.h"
 #include "qt/sim_process.h"
 
 namespace amp::cli {
 namespace {
 
+using frontend::StateJson;
+using frontend::StateView;
+using frontend::WriteState;
 using ui::LoadScript;
 using ui::PanelScript;
 using ui::ScriptAction;
@@ -38,142 +44,12 @@ constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 
-struct Options {
-  Target target;
-  bool haveTcp = false, haveSerial = false, demo = false, json = false, watts = false;
-  std::string dataDir;
-  std::string trace;
-  std::string answer = "ok";
-  std::vector<std::string> inputs;
-  std::vector<std::string> simArgs;
+// The options the front ends share, and the command with its arguments.
+struct Options : frontend::Options {
   std::string command;
   std::vector<std::string> args;
+  int polls = 0;  // monitor --polls; 0: until interrupted or the session ends
 };
-
-enum class Section { Connection, Serial, Options, Extras };
-
-struct OptionSpec {
-  Section section;
-  const char* name;
-  const char* arg;  // nullptr: a switch
-  const char* help;
-  std::function<std::string(Options&, const std::string&)> apply;  // "" or the error
-};
-
-std::string ParseTcp(Options& o, const std::string& v) {
-  o.haveTcp = true;
-  const auto colon = v.rfind(':');
-  o.target.tcpHost = v.substr(0, colon);
-  if (colon != std::string::npos) {
-    const auto port = CLngText(v.substr(colon + 1));
-    if (!port || *port < 1 || *port > 65535) return "bad TCP port in '" + v + "' (1..65535)";
-    o.target.tcpPort = *port;
-  }
-  if (o.target.tcpHost.empty()) return "--tcp needs a host, such as 127.0.0.1:2000";
-  return {};
-}
-
-std::string ParseSettings(Options& o, const std::string& v) {
-  const std::string why =
-      "bad line settings '" + v + "' (baud,parity,data,stop such as 9600,N,8,1)";
-  std::vector<std::string> parts;
-  std::stringstream in(v);
-  for (std::string p; std::getline(in, p, ',');) parts.push_back(p);
-  if (parts.size() != 4 || std::count(v.begin(), v.end(), ',') != 3) return why;
-  const auto baud = CLngText(parts[0]);
-  if (!baud || *baud <= 0) return why;
-  if (parts[1].size() != 1 || std::string("NEOMSneoms").find(parts[1][0]) == std::string::npos)
-    return why;
-  if (parts[2].size() != 1 || parts[2][0] < '5' || parts[2][0] > '8') return why;
-  if (parts[3] != "1" && parts[3] != "1.5" && parts[3] != "2") return why;
-  o.target.settings = v;
-  return {};
-}
-
-const std::vector<OptionSpec>& OptionTable() {
-  static const std::vector<OptionSpec> table = {
-      {Section::Connection, "--tcp", "HOST[:PORT]", "session over TCP (port 2000 when omitted)",
-       ParseTcp},
-      {Section::Connection, "--serial", "DEVICE",
-       "session over a serial device path (or COM1..COM10)",
-       [](Options& o, const std::string& v) {
-         o.haveSerial = true;
-         o.target.device = v;
-         if (v.empty()) return std::string("--serial needs a device path or COM1..COM10");
-         return std::string();
-       }},
-      {Section::Connection, "--demo", nullptr,
-       "start the simulated amplifier on loopback and use it as the unit",
-       [](Options& o, const std::string&) {
-         o.demo = true;
-         return std::string();
-       }},
-      {Section::Serial, "--settings", "TEXT",
-       "line settings such as 9600,N,8,1; without it the search runs over the twelve settings "
-       "texts",
-       ParseSettings},
-      {Section::Serial, "--address", "C",
-       "poll this single address (Poll Single Address); without it the search runs over A-C",
-       [](Options& o, const std::string& v) {
-         if (v.size() != 1 || v[0] < 'A' || v[0] > 'Z')
-           return "bad address '" + v + "' (one letter A-Z)";
-         o.target.address = v;
-         return std::string();
-       }},
-      {Section::Serial, "--search", "extended|advanced", "widen the search to A-F or A-Z",
-       [](Options& o, const std::string& v) {
-         if (v != "extended" && v != "advanced")
-           return "bad search '" + v + "' (extended or advanced)";
-         o.target.search = v;
-         return std::string();
-       }},
-      {Section::Options, "--watts", nullptr, "power fields in Watts (as the Watts menu entry)",
-       [](Options& o, const std::string&) {
-         o.watts = true;
-         return std::string();
-       }},
-      {Section::Options, "--data-dir", "DIR",
-       "where data files and logs are written (default: the per-user data directory)",
-       [](Options& o, const std::string& v) {
-         if (v.empty()) return std::string("--data-dir needs a directory");
-         o.dataDir = v;
-         return std::string();
-       }},
-      {Section::Options, "--answer", "ok|cancel|yes|no",
-       "the answer to every question box (default ok)",
-       [](Options& o, const std::string& v) {
-         if (v != "ok" && v != "cancel" && v != "yes" && v != "no")
-           return "bad answer '" + v + "' (ok, cancel, yes or no)";
-         o.answer = v;
-         return std::string();
-       }},
-      {Section::Options, "--input", "TEXT",
-       "an answer for the next input box (repeatable, used in order; none left = cancel)",
-       [](Options& o, const std::string& v) {
-         o.inputs.push_back(v);
-         return std::string();
-       }},
-      {Section::Options, "--json", nullptr, "machine-readable output",
-       [](Options& o, const std::string&) {
-         o.json = true;
-         return std::string();
-       }},
-      {Section::Extras, "--sim-arg", "ARG",
-       "pass ARG to the simulated amplifier of --demo (repeatable)",
-       [](Options& o, const std::string& v) {
-         o.simArgs.push_back(v);
-         return std::string();
-       }},
-      {Section::Extras, "--trace", "FILE",
-       "log every frame both ways (time, hex, text) to FILE, - for stderr",
-       [](Options& o, const std::string& v) {
-         if (v.empty()) return std::string("--trace needs a file");
-         o.trace = v;
-         return std::string();
-       }},
-  };
-  return table;
-}
 
 // Everything a command works with.
 struct Run {
@@ -213,7 +89,7 @@ void PrintState(Run& r, const ui::Form* dialog) {
   if (r.o.json) {
     std::printf("%s\n", StateJson(View(r, dialog)).c_str());
   } else {
-    std::printf("%s", PanelText(r.session.desk().frmMain).c_str());
+    std::printf("%s", PanelText(r.session.desk().frmMain, r.session.Connected()).c_str());
     if (dialog)
       std::printf("Dialog      %s (%s) is open\n", dialog->Name().c_str(),
                   dialog->Caption().c_str());
@@ -249,18 +125,9 @@ int RunStatus(Run& r) {
 
 // --------------------------------------------------------------- monitor
 
-int gPolls = 0;  // monitor --polls; 0: until interrupted or the session ends
-
+// monitor's own option, --polls, is checked by the parser.
 std::string CheckMonitor(Options& o) {
-  for (size_t i = 0; i < o.args.size(); ++i) {
-    if (o.args[i] == "--polls" && i + 1 < o.args.size()) {
-      const auto n = CLngText(o.args[++i]);
-      if (!n || *n < 1) return "--polls needs a positive count, not '" + o.args[i] + "'";
-      gPolls = *n;
-    } else {
-      return "monitor takes only --polls N, not '" + o.args[i] + "'";
-    }
-  }
+  if (!o.args.empty()) return "monitor takes only --polls N, not '" + o.args[0] + "'";
   return {};
 }
 
@@ -272,7 +139,7 @@ int RunMonitor(Run& r) {
     ++done;
     const bool ok = r.session.LastPollOk();
     const bool up = r.session.Connected();
-    const int left = up ? r.session.desk().comms.gMissedPolls : 0;
+    const int left = up ? r.session.desk().comms.session.gMissedPolls : 0;
     if (r.o.json) {
       JsonWriter w;
       w.BeginObject();
@@ -291,7 +158,7 @@ int RunMonitor(Run& r) {
     }
     std::fflush(stdout);
     messagesSeen = r.dialogs.shown.size();
-    if (!up || (gPolls > 0 && done >= gPolls)) stop = true;
+    if (!up || (r.o.polls > 0 && done >= r.o.polls)) stop = true;
   };
   while (!stop && !Interrupted() && r.session.Connected())
     r.session.RunFor(1000, [&] { return stop; });
@@ -383,26 +250,34 @@ const std::vector<CommandSpec>& CommandTable() {
   return table;
 }
 
+// The table of options and commands, for parsing and for --help.
+void AddTable(CLI::App& app, Options& o) {
+  frontend::AddUnitOptions(app, o);
+  frontend::AddConsoleOptions(app, o);
+  for (const CommandSpec& c : CommandTable()) {
+    CLI::App* sub = app.add_subcommand(c.name, c.help);
+    sub->fallthrough();  // the program's options may follow the command
+    sub->add_option("args", o.args);
+    if (std::string(c.name) == "monitor")
+      sub->add_option("--polls", o.polls)
+          ->check(CLI::Validator(
+              [](std::string& v) {
+                const auto n = CLngText(v);
+                return !n || *n < 1 ? "needs a positive count, not '" + v + "'" : std::string();
+              },
+              ""));
+  }
+}
+
 void PrintHelp() {
+  CLI::App app;
+  Options unused;
+  AddTable(app, unused);
   std::printf(
-      "Usage: ampdesk-cli [connection] [options] COMMAND [ARGS]\n\n"
+      "Usage: ampdesk-cli [unit] [options] COMMAND [ARGS]\n\n"
       "Monitors and controls one amplifier over TCP or a serial line with the\n"
       "logic of the desktop panel. Options may also follow the command.\n");
-  auto section = [](const char* title, Section s) {
-    if (*title) std::printf("\n%s\n", title);
-    for (const auto& opt : OptionTable()) {
-      if (opt.section != s) continue;
-      const std::string left = std::string(opt.name) + (opt.arg ? std::string(" ") + opt.arg : "");
-      const char* indent = s == Section::Serial ? "      " : "  ";
-      const int width = s == Section::Serial ? 26 : 28;
-      std::printf("%s%-*s %s\n", indent, width, left.c_str(), opt.help);
-    }
-  };
-  section("connection (exactly one of):", Section::Connection);
-  std::printf("  with --serial:\n");
-  section("", Section::Serial);
-  section("options:", Section::Options);
-  section("extras:", Section::Extras);
+  std::printf("%s", frontend::OptionsHelp(app).c_str());
   std::printf("\ncommands:\n");
   for (const auto& cmd : CommandTable()) {
     const std::string left = std::string(cmd.name) + (*cmd.args ? std::string(" ") + cmd.args : "");
@@ -442,46 +317,25 @@ void PrintHelp() {
 }
 
 // "" and the parsed options, or the error text. Options may stand before or
-// after the command; what the table does not know after the command belongs
-// to the command (such as monitor's --polls).
+// after the command.
 std::string Parse(int argc, char** argv, Options& o) {
-  for (int i = 1; i < argc; ++i) {
-    const std::string a = argv[i];
-    const OptionSpec* option = nullptr;
-    for (const auto& opt : OptionTable())
-      if (a == opt.name) option = &opt;
-    if (!option) {
-      if (!o.command.empty()) {
-        o.args.push_back(a);
-      } else if (a.rfind("--", 0) == 0) {
-        return "unknown option '" + a + "'";
-      } else {
-        o.command = a;
-      }
-      continue;
-    }
-    std::string value;
-    if (option->arg) {
-      if (i + 1 >= argc) return std::string(option->name) + " needs " + option->arg;
-      value = argv[++i];
-    }
-    if (auto err = option->apply(o, value); !err.empty()) return err;
+  CLI::App app;
+  AddTable(app, o);
+  std::vector<std::string> extras;
+  if (std::string err = frontend::ParseArgs(app, {argv + 1, argv + argc}, &extras); !err.empty())
+    return err;
+  if (!extras.empty()) {
+    const std::string& a = extras.front();
+    return (a.rfind("-", 0) == 0 ? "unknown option '" : "unknown command '") + a + "'";
   }
+  for (const CLI::App* sub : app.get_subcommands()) o.command = sub->get_name();
   if (o.command.empty()) return "no command given";
-  const int sources = int(o.haveTcp) + int(o.haveSerial) + int(o.demo);
-  if (sources == 0) return "no unit named: give --tcp HOST, --serial DEVICE or --demo";
-  if (sources > 1) return "give exactly one of --tcp, --serial and --demo";
-  if (!o.haveSerial &&
-      (!o.target.settings.empty() || !o.target.address.empty() || !o.target.search.empty()))
-    return "--settings, --address and --search go with --serial";
-  if (!o.target.address.empty() && !o.target.search.empty())
-    return "--search widens the address search; it does not go with --address";
-  if (o.haveSerial) {
+  if (std::string err = frontend::CheckUnitOptions(o, true); !err.empty()) return err;
+  if (!o.serialDevice.empty()) {
     ComSlots probe;
-    if (SlotForDevice(probe, o.target.device) == 0)
-      return "bad serial port '" + o.target.device + "' (COM1..COM10 or a device path)";
+    if (SlotForDevice(probe, o.serialDevice) == 0)
+      return "bad serial port '" + o.serialDevice + "' (COM1..COM10 or a device path)";
   }
-  if (!o.simArgs.empty() && !o.demo) return "--sim-arg goes with --demo";
   return {};
 }
 
@@ -535,11 +389,12 @@ int Main(int argc, char** argv) {
     }
   }
 
-  if (o.haveSerial && o.target.device.rfind("COM", 0) != 0 &&
-      o.target.device.rfind("com", 0) != 0) {
+  Target target{o.tcpHost, o.tcpPort, o.serialDevice, o.lineSettings, o.address, o.search};
+  if (!target.device.empty() && target.device.rfind("COM", 0) != 0 &&
+      target.device.rfind("com", 0) != 0) {
     std::error_code ec;
-    if (!std::filesystem::exists(o.target.device, ec)) {
-      Err("no serial device " + o.target.device);
+    if (!std::filesystem::exists(target.device, ec)) {
+      Err("no serial device " + target.device);
       return kExitFailed;
     }
   }
@@ -547,14 +402,15 @@ int Main(int argc, char** argv) {
   SimProcess sim;
   if (o.demo) {
     std::vector<std::string> args = {"--tcp", "127.0.0.1:0"};
+    if (!o.demoProfile.empty()) args.insert(args.end(), {"--profile", o.demoProfile});
     args.insert(args.end(), o.simArgs.begin(), o.simArgs.end());
     if (!sim.Start(SimProcess::Locate(QCoreApplication::applicationDirPath().toStdString()), args,
                    &err)) {
       Err(err);
       return kExitFailed;
     }
-    o.target.tcpHost = sim.TcpHost();
-    o.target.tcpPort = sim.TcpPort();
+    target.tcpHost = sim.TcpHost();
+    target.tcpPort = sim.TcpPort();
     if (!o.json)
       Err("simulated amplifier on " + sim.TcpHost() + ":" + std::to_string(sim.TcpPort()));
   }
@@ -564,7 +420,7 @@ int Main(int argc, char** argv) {
     return kExitFailed;
   }
   const std::string dataDir = o.dataDir.empty() ? DefaultDataDirectory() : o.dataDir;
-  if (!session.Connect(o.target, dataDir, o.watts)) {
+  if (!session.Connect(target, dataDir, o.watts)) {
     if (o.json) PrintState(run, nullptr);
     return kExitFailed;
   }

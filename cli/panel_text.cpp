@@ -68,7 +68,7 @@ std::string Power(const ui::FrmMain& f) {
 
 }  // namespace
 
-std::string PanelText(const ui::FrmMain& f) {
+std::string PanelText(const ui::FrmMain& f, bool connected) {
   std::string out;
   auto line = [&out](const char* heading, const std::string& text) {
     if (text.empty()) return;
@@ -76,7 +76,7 @@ std::string PanelText(const ui::FrmMain& f) {
     h.resize(std::max<size_t>(h.size() + 1, 12), ' ');
     out += h + text + "\n";
   };
-  line("Session", f.btnConnect.Caption() == "Disconnect" ? "connected" : "not connected");
+  line("Session", connected ? "connected" : "not connected");
   line("Unit", Join({f.lblUnitTempType.Visible() ? f.lblUnitTempType.Caption() : "",
                      Field("PN", f.txtPN), Field("SN", f.txtSN), Field("Firmware", f.txtFrmRev),
                      Field("Compiled", f.txtCplDate), Field("Address", f.txtAdr)},

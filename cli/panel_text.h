@@ -9,7 +9,7 @@
 namespace amp::cli {
 
 // Several lines, each "Heading   values", ending in a line break.
-std::string PanelText(const ui::FrmMain& f);
+std::string PanelText(const ui::FrmMain& f, bool connected);
 // The status lists and the RF readouts on one line, for the monitor.
 std::string PanelLine(const ui::FrmMain& f);
 

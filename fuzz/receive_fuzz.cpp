@@ -402,7 +402,7 @@ struct Harness {
   }
 
   void Poll() {
-    const int16_t missedBefore = comms.gMissedPolls;
+    const int16_t missedBefore = comms.session.gMissedPolls;
     const int writes = frameWrites;
     panel.log.clear();
     const bool ok = comms.UpdateStatus();
@@ -419,7 +419,7 @@ struct Harness {
     const size_t q = rx.find('?');
     const bool expectOk = exchanged && q != std::string::npos && rx.size() >= q + 11;
     AMP_FUZZ_CHECK(ok == expectOk);
-    AMP_FUZZ_CHECK(comms.gMissedPolls >= 0 && comms.gMissedPolls <= 2);
+    AMP_FUZZ_CHECK(comms.session.gMissedPolls >= 0 && comms.session.gMissedPolls <= 2);
     if (ok) {
       const auto& f = comms.gRespFields;
       AMP_FUZZ_CHECK(f[0] == rx.substr(q + 1, 4) && f[1] == rx.substr(q + 5, 4));
@@ -437,11 +437,11 @@ struct Harness {
       AMP_FUZZ_CHECK(panel.log[0] == "summary:" + f[0]);
       AMP_FUZZ_CHECK(panel.log[1] == "fault:" + f[1]);
       AMP_FUZZ_CHECK(panel.log[2] == "alarm:" + f[2]);
-      AMP_FUZZ_CHECK(comms.gMissedPolls == 2);
+      AMP_FUZZ_CHECK(comms.session.gMissedPolls == 2);
     } else if (missedBefore > 0) {
-      AMP_FUZZ_CHECK(comms.gMissedPolls == missedBefore - 1 && panel.log.empty());
+      AMP_FUZZ_CHECK(comms.session.gMissedPolls == missedBefore - 1 && panel.log.empty());
     } else {
-      AMP_FUZZ_CHECK(comms.gMissedPolls == 0 && panel.Saw("ClearForm") && !timer.enabled);
+      AMP_FUZZ_CHECK(comms.session.gMissedPolls == 0 && panel.Saw("ClearForm") && !timer.enabled);
     }
   }
 };

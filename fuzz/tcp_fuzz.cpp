@@ -252,7 +252,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string command((ex & 0x04) ? h.comms.StatusQuery() : std::string(kCommands[ex & 3]));
     const int stateBefore = h.sock.state;
     const size_t sentBefore = h.sock.sent.size();
-    const int16_t missedBefore = h.comms.gMissedPolls;
+    const int16_t missedBefore = h.comms.session.gMissedPolls;
     const int64_t t0 = h.clock.now;
     h.panel.log.clear();
     // Comms clears the reply as the exchange begins; so does the model.
@@ -316,7 +316,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const size_t q = rx.find('?');
     const bool expectOk = exchanged && q != std::string::npos && rx.size() >= q + 11;
     AMP_FUZZ_CHECK(ok == expectOk);
-    AMP_FUZZ_CHECK(h.comms.gMissedPolls >= 0 && h.comms.gMissedPolls <= 2);
+    AMP_FUZZ_CHECK(h.comms.session.gMissedPolls >= 0 && h.comms.session.gMissedPolls <= 2);
     if (ok) {
       const auto& f = h.comms.gRespFields;
       AMP_FUZZ_CHECK(f[0] == rx.substr(q + 1, 4) && f[1] == rx.substr(q + 5, 4));
@@ -328,11 +328,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       const auto& log = h.panel.log;
       const auto at = std::find(log.begin(), log.end(), "summary:" + f[0]);
       AMP_FUZZ_CHECK(log.end() - at >= 3 && at[1] == "fault:" + f[1] && at[2] == "alarm:" + f[2]);
-      AMP_FUZZ_CHECK(h.comms.gMissedPolls == 2);
+      AMP_FUZZ_CHECK(h.comms.session.gMissedPolls == 2);
     } else if (missedBefore > 0) {
-      AMP_FUZZ_CHECK(h.comms.gMissedPolls == missedBefore - 1);
+      AMP_FUZZ_CHECK(h.comms.session.gMissedPolls == missedBefore - 1);
     } else {
-      AMP_FUZZ_CHECK(h.comms.gMissedPolls == 0 && !h.timer.enabled);
+      AMP_FUZZ_CHECK(h.comms.session.gMissedPolls == 0 && !h.timer.enabled);
     }
   }
   return 0;

@@ -8,8 +8,9 @@ PACKAGES=(
   qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libqt6serialport6
   libgl-dev
   libxlsxwriter-dev
+  libcli11-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
-  clang libclang-rt-14-dev
+  clang libclang-rt-14-dev clang-format clang-tidy python3 git
   xvfb xauth
   qt6-qpa-plugins fonts-dejavu-core
 )

@@ -6,8 +6,11 @@
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <string>
 #include <string_view>
+
+#include <CLI/CLI.hpp>
 
 #include "sim/profile.h"
 #include "sim/simulator.h"
@@ -126,126 +129,115 @@ struct Cli {
   bool addressGiven = false, idGiven = false, statusGiven = false;
 };
 
+// The options on CLI11, as the other programs take theirs. Each value goes
+// through the same checks as before; a bad one ends the program with the
+// usage (exit 2).
 Cli ParseArgs(int argc, char** argv) {
   Cli cli;
   auto& o = cli.opts;
-  for (int i = 1; i < argc; ++i) {
-    std::string arg = argv[i];
-    std::string value;
-    bool inlineValue = false;
-    if (arg.starts_with("--")) {
-      if (size_t eq = arg.find('='); eq != std::string::npos) {
-        value = arg.substr(eq + 1);
-        arg.resize(eq);
-        inlineValue = true;
-      }
-    }
-    auto next = [&]() -> std::string {
-      if (inlineValue) return value;
-      if (i + 1 >= argc) BadUsage("option " + arg + " needs a value");
-      return argv[++i];
-    };
-    auto flag = [&]() {
-      if (inlineValue) BadUsage("option " + arg + " takes no value");
-    };
+  CLI::App app("ampsim");
+  app.set_help_flag();
+  app.add_flag_callback("-h,--help",
+                        [] {
+                          std::fputs(kUsage, stdout);
+                          std::exit(0);
+                        })
+      ->disable_flag_override()
+      ->trigger_on_parse();
+  // A value of the named option through `take`, which checks it.
+  auto value = [&app](const char* name, std::function<void(const std::string&)> take) {
+    app.add_option_function<std::string>(name, std::move(take))->trigger_on_parse();
+  };
+  auto flag = [&app](const char* name, std::function<void()> set) {
+    app.add_flag_callback(name, std::move(set))->disable_flag_override()->trigger_on_parse();
+  };
+  value("--tcp", [&o](const std::string& v) {
+    size_t colon = v.rfind(':');
+    if (colon == std::string::npos || colon == 0)
+      BadUsage("--tcp: expected HOST:PORT, got '" + v + "'");
+    std::string host = v.substr(0, colon);
+    if (host.size() > 2 && host.front() == '[' && host.back() == ']')
+      host = host.substr(1, host.size() - 2);
+    o.tcpHost = host;
+    o.tcpPort = ParseCount("--tcp port", std::string_view(v).substr(colon + 1), 65535);
+    o.tcp = true;
+  });
+  flag("--no-tcp", [&o] { o.tcp = false; });
+  flag("--serial", [&o] { o.serial = true; });
+  value("--address", [&](const std::string& v) {
+    if (v.size() != 1 || v[0] < 0x20 || v[0] > 0x7E || v[0] == '{' || v[0] == '}')
+      BadUsage("--address: expected one printable character, got '" + v + "'");
+    o.unit.address = v[0];
+    cli.addressGiven = true;
+  });
+  value("--unit-id", [&](const std::string& v) {
+    std::string why;
+    if (!amp::sim::ParseUnitId(v, &o.unit.unitId, &why)) BadUsage("--unit-id: " + why);
+    cli.idGiven = true;
+  });
+  value("--status", [&](const std::string& v) {
+    size_t c1 = v.find(','), c2 = c1 == std::string::npos ? c1 : v.find(',', c1 + 1);
+    if (c2 == std::string::npos || v.find(',', c2 + 1) != std::string::npos)
+      BadUsage("--status: expected SUMMARY,FAULT,ALARM such as P@@@,@@@@,@@@@");
+    std::string why;
+    if (!amp::sim::DecodeWords(v.substr(0, c1), &o.unit.summary, &why) ||
+        !amp::sim::DecodeWords(v.substr(c1 + 1, c2 - c1 - 1), &o.unit.fault, &why) ||
+        !amp::sim::DecodeWords(v.substr(c2 + 1), &o.unit.alarm, &why))
+      BadUsage("--status: " + why);
+    cli.statusGiven = true;
+  });
+  value("--profile", [&cli](const std::string& v) {
+    if (v.empty()) BadUsage("--profile: expected a profile name or file");
+    cli.profile = v;
+  });
+  flag("--list-profiles", [] {
+    for (const auto& name : amp::sim::ProfileNames()) std::printf("%s\n", name.c_str());
+    std::exit(0);
+  });
+  flag("--local", [&cli] { cli.local = true; });
+  flag("--printable", [&o] { o.printable = true; });
+  value("--line", [&o](const std::string& v) {
+    o.line = v;
+    amp::sim::LineSettings ls;
+    std::string why;
+    if (!amp::sim::ParseLineSettings(o.line, &ls, &why)) BadUsage("--line: " + why);
+  });
+  value("--baud", [&o](const std::string& v) { o.baud = ParseCount("--baud", v, 4'000'000); });
+  flag("--tcp-byte-timing", [&o] { o.byteTimingOnTcp = true; });
+  flag("--cr-only", [&o] { o.tcpCrOnly = true; });
+  value("--frame-log", [&o](const std::string& v) { o.frameLog = v; });
+  auto count = [&value](const char* name, int* out, int max = 1'000'000'000) {
+    value(name, [name, out, max](const std::string& v) { *out = ParseCount(name, v, max); });
+  };
+  count("--drop-every", &o.faults.dropEvery);
+  count("--nak-every", &o.faults.nakEvery);
+  count("--bad-checksum-every", &o.faults.badChecksumEvery);
+  count("--close-every", &o.faults.closeEvery);
+  count("--delay", &o.faults.delayMs, 600'000);
+  value("--prefix", [&o](const std::string& v) { o.faults.prefix = Unescape("--prefix", v); });
+  flag("--babble", [&o] { o.faults.babble = true; });
+  count("--split", &o.faults.splitMs, 600'000);
+  flag("--lf-separate", [&o] { o.faults.lfSeparate = true; });
+  count("--silent-after", &o.faults.silentAfter);
 
-    if (arg == "--help" || arg == "-h") {
-      std::fputs(kUsage, stdout);
-      std::exit(0);
-    } else if (arg == "--tcp") {
-      std::string v = next();
-      size_t colon = v.rfind(':');
-      if (colon == std::string::npos || colon == 0)
-        BadUsage("--tcp: expected HOST:PORT, got '" + v + "'");
-      std::string host = v.substr(0, colon);
-      if (host.size() > 2 && host.front() == '[' && host.back() == ']')
-        host = host.substr(1, host.size() - 2);
-      o.tcpHost = host;
-      o.tcpPort = ParseCount("--tcp port", std::string_view(v).substr(colon + 1), 65535);
-      o.tcp = true;
-    } else if (arg == "--no-tcp") {
-      flag();
-      o.tcp = false;
-    } else if (arg == "--serial") {
-      flag();
-      o.serial = true;
-    } else if (arg == "--address") {
-      std::string v = next();
-      if (v.size() != 1 || v[0] < 0x20 || v[0] > 0x7E || v[0] == '{' || v[0] == '}')
-        BadUsage("--address: expected one printable character, got '" + v + "'");
-      o.unit.address = v[0];
-      cli.addressGiven = true;
-    } else if (arg == "--unit-id") {
-      std::string why;
-      if (!amp::sim::ParseUnitId(next(), &o.unit.unitId, &why)) BadUsage("--unit-id: " + why);
-      cli.idGiven = true;
-    } else if (arg == "--status") {
-      std::string v = next();
-      size_t c1 = v.find(','), c2 = c1 == std::string::npos ? c1 : v.find(',', c1 + 1);
-      if (c2 == std::string::npos || v.find(',', c2 + 1) != std::string::npos)
-        BadUsage("--status: expected SUMMARY,FAULT,ALARM such as P@@@,@@@@,@@@@");
-      std::string why;
-      if (!amp::sim::DecodeWords(v.substr(0, c1), &o.unit.summary, &why) ||
-          !amp::sim::DecodeWords(v.substr(c1 + 1, c2 - c1 - 1), &o.unit.fault, &why) ||
-          !amp::sim::DecodeWords(v.substr(c2 + 1), &o.unit.alarm, &why))
-        BadUsage("--status: " + why);
-      cli.statusGiven = true;
-    } else if (arg == "--profile") {
-      cli.profile = next();
-      if (cli.profile.empty()) BadUsage("--profile: expected a profile name or file");
-    } else if (arg == "--list-profiles") {
-      flag();
-      for (const auto& name : amp::sim::ProfileNames()) std::printf("%s\n", name.c_str());
-      std::exit(0);
-    } else if (arg == "--local") {
-      flag();
-      cli.local = true;
-    } else if (arg == "--printable") {
-      flag();
-      o.printable = true;
-    } else if (arg == "--line") {
-      o.line = next();
-      amp::sim::LineSettings ls;
-      std::string why;
-      if (!amp::sim::ParseLineSettings(o.line, &ls, &why)) BadUsage("--line: " + why);
-    } else if (arg == "--baud") {
-      o.baud = ParseCount(arg, next(), 4'000'000);
-    } else if (arg == "--tcp-byte-timing") {
-      flag();
-      o.byteTimingOnTcp = true;
-    } else if (arg == "--cr-only") {
-      flag();
-      o.tcpCrOnly = true;
-    } else if (arg == "--frame-log") {
-      o.frameLog = next();
-    } else if (arg == "--drop-every") {
-      o.faults.dropEvery = ParseCount(arg, next());
-    } else if (arg == "--nak-every") {
-      o.faults.nakEvery = ParseCount(arg, next());
-    } else if (arg == "--bad-checksum-every") {
-      o.faults.badChecksumEvery = ParseCount(arg, next());
-    } else if (arg == "--close-every") {
-      o.faults.closeEvery = ParseCount(arg, next());
-    } else if (arg == "--delay") {
-      o.faults.delayMs = ParseCount(arg, next(), 600'000);
-    } else if (arg == "--prefix") {
-      o.faults.prefix = Unescape(arg, next());
-    } else if (arg == "--babble") {
-      flag();
-      o.faults.babble = true;
-    } else if (arg == "--split") {
-      o.faults.splitMs = ParseCount(arg, next(), 600'000);
-    } else if (arg == "--lf-separate") {
-      flag();
-      o.faults.lfSeparate = true;
-    } else if (arg == "--silent-after") {
-      o.faults.silentAfter = ParseCount(arg, next());
-    } else if (arg.starts_with("-")) {
-      BadUsage("unknown option '" + arg + "'");
-    } else {
-      BadUsage("unexpected argument '" + arg + "'");
-    }
+  // Each option acts where it stands on the line (trigger_on_parse), so
+  // --help and --list-profiles end the program there, as a bad value does.
+  app.allow_extras();
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ArgumentMismatch& e) {
+    // CLI11 names the option first, with or without its dashes.
+    std::string name = e.what();
+    name.resize(name.find_first_of(": "));
+    if (!name.starts_with("-")) name = "--" + name;
+    const bool flag = std::string(e.what()).find("flag override") != std::string::npos;
+    BadUsage("option " + name + (flag ? " takes no value" : " needs a value"));
+  } catch (const CLI::ParseError& e) {
+    BadUsage(e.what());
   }
+  for (const std::string& arg : app.remaining())
+    BadUsage(arg.starts_with("-") ? "unknown option '" + arg + "'"
+                                  : "unexpected argument '" + arg + "'");
   if (!o.tcp && !o.serial) BadUsage("nothing to listen on: --no-tcp needs --serial");
   return cli;
 }

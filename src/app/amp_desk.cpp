@@ -114,13 +114,14 @@ void AmpDesk::SaveSetting(const std::string& key, const std::string& value) {
   host_.settings.SaveSetting(kAppTitle, kSettingsSection, key, value);
 }
 
-// "EthPort", "RRFFloor" and "UnitsSetting": what the panel itself keeps.
+// The TCP port, the reverse RF floor and the display unit: what the panel
+// itself keeps.
 void AmpDesk::LoadPanelSettings() {
-  const std::string port = GetSetting("EthPort", "2000");
+  const std::string port = GetSetting(setting_key::kEthPort, "2000");
   if (IsNumeric(port)) values.gEthPort = static_cast<int32_t>(Val(port));
-  const std::string floor = GetSetting("RRFFloor", "27.0");
+  const std::string floor = GetSetting(setting_key::kRRFFloor, "27.0");
   if (IsNumeric(floor)) panel.gRRFFloor = static_cast<float>(Val(floor));
-  panel.gDisplayWatts = CBoolText(GetSetting("UnitsSetting", "False")).value_or(false);
+  panel.gDisplayWatts = CBoolText(GetSetting(setting_key::kUnitsSetting, "False")).value_or(false);
   if (panel.gDisplayWatts) {
     display.DisplayToWatts();
     frmMain.mnuWatts.SetCaption("Display dBm");
@@ -129,17 +130,17 @@ void AmpDesk::LoadPanelSettings() {
 
 void AmpDesk::SaveSettings() {
   AmpLink& link = comms.Link;
-  SaveSetting("CurrentPort", std::to_string(link.PortNumber()));
+  SaveSetting(setting_key::kCurrentPort, std::to_string(link.PortNumber()));
   // A search only tries settings; the ones in use are those it started from.
-  SaveSetting("ComSettings", settingsBeforeSearch_.value_or(link.CommSettings()));
-  SaveSetting("UnitsSetting", panel.gDisplayWatts ? "True" : "False");
-  SaveSetting("RRFFloor", NumText(panel.gRRFFloor));
-  SaveSetting("PollAddress", std::to_string(gPollAddress));
-  SaveSetting("UseEnet", comms.gUseEnet ? "True" : "False");
-  SaveSetting("UseIP", values.gIPAddress);
-  SaveSetting("EthPort", std::to_string(host_.sckTcp.RemotePort()));
-  SaveSetting("FilePath", gLastDir);
-  SaveSetting("PollStatus", frmMain.mnuPollEn.Checked() ? "1" : "0");
+  SaveSetting(setting_key::kComSettings, settingsBeforeSearch_.value_or(link.CommSettings()));
+  SaveSetting(setting_key::kUnitsSetting, panel.gDisplayWatts ? "True" : "False");
+  SaveSetting(setting_key::kRRFFloor, NumText(panel.gRRFFloor));
+  SaveSetting(setting_key::kPollAddress, std::to_string(gPollAddress));
+  SaveSetting(setting_key::kUseEnet, comms.gUseEnet ? "True" : "False");
+  SaveSetting(setting_key::kUseIP, values.gIPAddress);
+  SaveSetting(setting_key::kEthPort, std::to_string(host_.sckTcp.RemotePort()));
+  SaveSetting(setting_key::kFilePath, gLastDir);
+  SaveSetting(setting_key::kPollStatus, frmMain.mnuPollEn.Checked() ? "1" : "0");
 }
 
 // ------------------------------------------------- Start-up and shutdown

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/panel_timer.h"
+#include "app/settings_keys.h"
 #include "control/control_panel.h"
 #include "control/panel_context.h"
 #include "display/frm_about.h"
@@ -24,6 +25,7 @@
 #include "link/comms.h"
 #include "link/link_panel.h"
 #include "link/unit_search.h"
+#include "model/unit_descriptor.h"
 #include "platform/com_slots.h"
 #include "platform/comm_port.h"
 #include "platform/dialogs.h"
@@ -31,7 +33,6 @@
 #include "platform/settings_store.h"
 #include "platform/tcp_socket.h"
 #include "unit/first_read.h"
-#include "model/unit_descriptor.h"
 
 namespace amp {
 
@@ -50,8 +51,8 @@ struct AmpDeskHost {
 class AmpDesk : public LinkPanel {
  public:
   // Where the persisted settings live: application title and section.
-  static constexpr const char* kAppTitle = "AmpDesk";
-  static constexpr const char* kSettingsSection = "Settings";
+  static constexpr const char* kAppTitle = setting_key::kAppTitle;
+  static constexpr const char* kSettingsSection = setting_key::kSection;
 
   explicit AmpDesk(AmpDeskHost host);
   ~AmpDesk() override;
@@ -180,7 +181,9 @@ class AmpDesk : public LinkPanel {
   // Connecting, in steps.
   void ConnectTcp();
   void StartSerialSession();
-  void SearchFailed(const std::string& keptCaption);
+  void SearchFailed(SessionPhase keptPhase);
+  // Sets the session's phase and the button caption that shows it.
+  void ShowSession(SessionPhase phase);
   void Disconnect();
   void SetSearchMenusEnabled(bool enabled);
   SearchContext MakeSearchContext();

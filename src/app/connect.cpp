@@ -1,4 +1,4 @@
-// Connecting: the one button whose caption is the state of the session, the
+// Connecting: the one button that shows the state of the session, the
 // search menus, single-address polling and the TCP target menus.
 #include "app/amp_desk.h"
 #include "app/module1.h"
@@ -8,22 +8,34 @@
 
 namespace amp {
 
-namespace {
-constexpr const char* kConnect = "Connect";
-constexpr const char* kTerminate = "Terminate";
-constexpr const char* kDisconnect = "Disconnect";
-}  // namespace
+void AmpDesk::ShowSession(SessionPhase phase) {
+  comms.session.phase = phase;
+  switch (phase) {
+    case SessionPhase::Idle:
+      frmMain.btnConnect.SetCaption("Connect");
+      break;
+    case SessionPhase::Searching:
+      frmMain.btnConnect.SetCaption("Terminate");
+      break;
+    case SessionPhase::Up:
+      frmMain.btnConnect.SetCaption("Disconnect");
+      break;
+  }
+}
 
 void AmpDesk::btnConnect_Click() {
   gAdvancedSearch = false;
   gExtendedSearch = false;
-  const std::string caption = frmMain.btnConnect.Caption();
-  if (caption == kTerminate) {
-    gTerminateSearch = true;
-  } else if (caption == kConnect) {
-    Connect();
-  } else if (caption == kDisconnect) {
-    Disconnect();
+  switch (comms.session.phase) {
+    case SessionPhase::Searching:
+      gTerminateSearch = true;
+      break;
+    case SessionPhase::Idle:
+      Connect();
+      break;
+    case SessionPhase::Up:
+      Disconnect();
+      break;
   }
 }
 
@@ -51,7 +63,7 @@ void AmpDesk::Disconnect() {
   frmMain.Timer1.SetTimerEnabled(false);
   ClearForm();
   DisableForm();
-  frmMain.btnConnect.SetCaption(kConnect);
+  ShowSession(SessionPhase::Idle);
   frmMain.mnuConnect.SetEnabled(true);
   if (comms.gUseEnet) {
     CloseConnection(comms);
@@ -62,7 +74,7 @@ void AmpDesk::Disconnect() {
 }
 
 void AmpDesk::Connect() {
-  const std::string keptCaption = frmMain.btnConnect.Caption();
+  const SessionPhase keptPhase = comms.session.phase;
   SetSearchMenusEnabled(false);
   if (comms.gUseEnet) {
     ConnectTcp();
@@ -80,7 +92,7 @@ void AmpDesk::Connect() {
   if (found) {
     StartSerialSession();
   } else {
-    SearchFailed(keptCaption);
+    SearchFailed(keptPhase);
   }
 }
 
@@ -102,8 +114,8 @@ void AmpDesk::ConnectTcp() {
 void AmpDesk::StartSerialSession() {
   FirstTimeRead();
   if (unloaded_) return;  // closed during the first read: no session to start
-  frmMain.btnConnect.SetCaption(kDisconnect);
-  comms.gMissedPolls = 2;
+  ShowSession(SessionPhase::Up);
+  comms.session.PollAnswered();
   frmMain.mnuAtnCal.SetEnabled(true);
   EnableForm();
   if (IsTxOn()) {
@@ -115,9 +127,9 @@ void AmpDesk::StartSerialSession() {
   frmMain.Timer1.SetTimerEnabled(true);
 }
 
-void AmpDesk::SearchFailed(const std::string& keptCaption) {
+void AmpDesk::SearchFailed(SessionPhase keptPhase) {
   host_.dialogs.MsgBox("Unit Not Found", MsgButtons::OK, MsgIcon::None, "Connect");
-  frmMain.btnConnect.SetCaption(keptCaption);
+  ShowSession(keptPhase);
   SetSearchMenusEnabled(true);
 }
 
@@ -133,10 +145,10 @@ SearchContext AmpDesk::MakeSearchContext() {
 }
 
 bool AmpDesk::UnitFoundOnSerialPort() {
-  // The button still reads "Terminate" during the first read after a find; a
+  // The session stays "Searching" during the first read after a find; a
   // press there must not cancel the next search before it starts.
   gTerminateSearch = false;
-  frmMain.btnConnect.SetCaption(kTerminate);
+  ShowSession(SessionPhase::Searching);
   host_.pump.DoEvents();  // the button must read "Terminate" before the first probe blocks
   const auto [first, last] = SearchAddressRange(gExtendedSearch, gAdvancedSearch);
   SearchContext search = MakeSearchContext();
@@ -183,7 +195,7 @@ void AmpDesk::mnuUseEnet_Click() {
   frmMain.mnuUseEnet.SetChecked(comms.gUseEnet);
   if (comms.gUseEnet) {
     frmMain.mnuAdvSrch.SetEnabled(false);
-  } else if (frmMain.btnConnect.Caption() == kConnect) {
+  } else if (comms.session.phase == SessionPhase::Idle) {
     frmMain.mnuAdvSrch.SetEnabled(true);
   }
 }

@@ -66,29 +66,30 @@ void AmpDesk::InitDefaultComPort() {
   link.SetDeviceAddress("A");
 
   // A stored port that is not a number or not 1..10 leaves port 1.
-  if (const auto port = CIntText(GetSetting("CurrentPort", "1"))) link.SetPortNumber(*port);
-  link.SetCommSettings(GetSetting("ComSettings", kDefaultSettings));
+  if (const auto port = CIntText(GetSetting(setting_key::kCurrentPort, "1")))
+    link.SetPortNumber(*port);
+  link.SetCommSettings(GetSetting(setting_key::kComSettings, kDefaultSettings));
   // Setting the number opened the port; it stays closed until the first send.
   link.OpenPort(false);
   ShowComPortCaption();
   frmMain.mnuComPort[link.PortNumber() - 1].SetChecked(true);
 
   // Only an address the poll-address box would accept is taken.
-  const auto address = CIntText(GetSetting("PollAddress", "65"));
+  const auto address = CIntText(GetSetting(setting_key::kPollAddress, "65"));
   if (address && *address >= 63 && *address <= 90) gPollAddress = *address;
   ShowPollAddressCaption();
-  if (Val(GetSetting("PollStatus", "0")) > 0) {
+  if (Val(GetSetting(setting_key::kPollStatus, "0")) > 0) {
     frmMain.mnuPollEn.SetChecked(true);
     frmMain.mnuAdvSrch.SetEnabled(false);
   }
 
-  values.gIPAddress = GetSetting("UseIP", "10.0.0.254");
+  values.gIPAddress = GetSetting(setting_key::kUseIP, "10.0.0.254");
   host_.sckTcp.SetRemoteHost(values.gIPAddress);
-  const auto ethPort = CLngText(GetSetting("EthPort", "2000"));
+  const auto ethPort = CLngText(GetSetting(setting_key::kEthPort, "2000"));
   host_.sckTcp.SetRemotePort(ethPort ? *ethPort : 2000);
   ShowTcpCaptions();
 
-  comms.gUseEnet = CBoolText(GetSetting("UseEnet", "False")).value_or(false);
+  comms.gUseEnet = CBoolText(GetSetting(setting_key::kUseEnet, "False")).value_or(false);
   if (comms.gUseEnet) frmMain.mnuUseEnet.SetChecked(true);
 }
 

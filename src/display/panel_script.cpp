@@ -1,5 +1,7 @@
 #include "display/panel_script.h"
 
+#include "display/operator_input.h"
+
 #include <algorithm>
 #include <cctype>
 #include <fstream>
@@ -131,12 +133,6 @@ const VerbSpec& SpecOf(Verb v) {
 std::string FullName(const ScriptAction& a, const std::vector<Form*>& forms) {
   if (forms.empty() || a.form == forms.front()->Name()) return a.control;
   return a.form + "." + a.control;
-}
-
-std::string TextOf(const Control& c) {
-  if (auto* t = dynamic_cast<const TextBox*>(&c)) return t->Text();
-  if (auto* l = dynamic_cast<const ListControl*>(&c)) return l->Text();
-  return {};
 }
 
 void SetTextOf(Control& c, std::string_view text) {
@@ -359,42 +355,19 @@ std::optional<std::string> PanelScript::Execute(const ScriptAction& a) {
   auto noHandler = [&](bool has, const char* event) {
     if (!has) note(name + " has no " + event + " handler: nothing happened");
   };
-  // A key as typed: the handler may drop it (0) or replace it; then the
-  // field takes it as a text field does.
-  auto press = [&](int key) {
-    if (c->KeyPress) c->KeyPress(key);
-    if (key == 0) return;
-    std::string text = TextOf(*c);
-    if (key == kBackspace) {
-      if (!text.empty()) text.pop_back();
-    } else if (key == kEnter || key == kEsc) {
-      return;
-    } else {
-      text += static_cast<char>(key);
-    }
-    SetTextOf(*c, text);
-  };
-
   switch (a.verb) {
     case Verb::Click:
-      if (auto* chk = dynamic_cast<CheckBox*>(c)) {
-        noHandler(static_cast<bool>(c->Click), "Click");
-        chk->SetValue(chk->Value() == 1 ? 0 : 1);
-      } else if (auto* opt = dynamic_cast<OptionButton*>(c)) {
-        opt->SetValue(true);
-      } else {
-        noHandler(static_cast<bool>(c->Click), "Click");
-        c->RaiseClick();
-      }
+      if (!dynamic_cast<OptionButton*>(c)) noHandler(static_cast<bool>(c->Click), "Click");
+      OperatorClick(*c);
       break;
     case Verb::Type:
       for (unsigned char ch : a.text) {
-        press(ch);
+        TypeKey(*c, ch);
         if (!form->Loaded()) break;  // a key closed the dialog
       }
       break;
     case Verb::Key:
-      press(a.count);
+      TypeKey(*c, a.count);
       break;
     case Verb::Set:
       SetTextOf(*c, a.text);

@@ -78,6 +78,7 @@ void Comms::EndTcpSession() {
   CloseSocket();
   panel_.ClearForm();
   panel_.DisableForm();
+  session.phase = SessionPhase::Idle;
   panel_.SetConnectCaption("Connect");
 }
 
@@ -131,6 +132,7 @@ void Comms::sckTcp_Error(int number, const std::string& description, long scode,
   host_.Timer1.SetEnabled(false);
   panel_.ClearForm();
   panel_.DisableForm();
+  session.phase = SessionPhase::Idle;
   panel_.SetConnectCaption("Connect");
   panel_.SetControlEnabled("btnConnect", true);
   panel_.SetControlEnabled("mnuConnect", true);
@@ -194,19 +196,20 @@ bool Comms::UpdateStatus() {
       panel_.InitRFTripLevels();
       mSlowCycle = 0;
     }
-    gMissedPolls = 2;
+    session.PollAnswered();
     return true;
   }
 
-  if (gMissedPolls > 0) {
-    --gMissedPolls;
+  if (session.gMissedPolls > 0) {
+    --session.gMissedPolls;
     return false;
   }
-  // The third failure in a row: the unit is gone.
+  // The failure that reaches the limit: the unit is gone.
   panel_.ClearForm();
   panel_.DisableForm();
   host_.Timer1.SetEnabled(false);
   mSlowCycle = 0;
+  session.phase = SessionPhase::Idle;
   panel_.SetConnectCaption("Connect");
   panel_.SetControlEnabled("mnuConnect", true);
   gFirstReadPending = false;
@@ -222,8 +225,9 @@ void Comms::Timer1_Timer() {
   }
   if (gFirstReadPending && !gFirstReadDone) {
     panel_.FirstTimeRead();
+    session.phase = SessionPhase::Up;
     panel_.SetConnectCaption("Disconnect");
-    gMissedPolls = 2;
+    session.PollAnswered();
     panel_.SetControlEnabled("mnuConnect", false);
     panel_.SetControlEnabled("mnuAdvSrch", false);
     panel_.SetControlEnabled("mnuAtnCal", true);

@@ -11,6 +11,7 @@
 
 #include "link/amp_link.h"
 #include "link/link_panel.h"
+#include "link/session_state.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/tcp_socket.h"
@@ -37,13 +38,14 @@ class Comms {
   Comms& operator=(const Comms&) = delete;
 
   AmpLink Link;
+  // Whether a session is up and how its polls fare.
+  SessionState session;
 
   // Session state shared by the exchange and the poll.
   bool gUseEnet = false;        // exchanges go over the socket
   bool gTcpReplyReady = false;  // a whole reply has arrived on the socket
   std::string gTcpReply;        // that reply
   std::string mTcpRxBuffer;     // bytes received and not yet ended by a CR
-  int16_t gMissedPolls = 2;     // failed polls still tolerated
   int16_t mFastCycle = 0;       // good polls since the last fast group
   int16_t mSlowCycle = 0;       // good polls since the last slow group
   bool gFirstReadPending = false;

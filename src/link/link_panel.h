@@ -45,7 +45,7 @@ class LinkPanel {
   virtual void DisableForm() {}
   virtual void EnableForm() {}
 
-  // btnConnect's caption is the state of the session.
+  // btnConnect's caption, the picture of Comms::session.
   virtual void SetConnectCaption(std::string_view caption) {}
   // Enables a button or menu entry by its control name (btnConnect,
   // mnuConnect, mnuAdvSrch, mnuAtnCal, ...).

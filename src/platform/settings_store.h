@@ -12,6 +12,8 @@ class SettingsStore {
                                  const std::string& key, const std::string& fallback) = 0;
   virtual void SaveSetting(const std::string& app, const std::string& section,
                            const std::string& key, const std::string& value) = 0;
+  // "" or why the last save did not reach the store.
+  virtual std::string LastError() const { return {}; }
 };
 
 }  // namespace amp

@@ -28,6 +28,8 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "display/operator_input.h"
+
 namespace amp {
 
 using namespace amp::ui;
@@ -297,14 +299,7 @@ void FormBinder::Connect(Binding& b) {
   if (auto* button = qobject_cast<QAbstractButton*>(t)) {
     connect(button, &QAbstractButton::clicked, this, [this, &b, c] {
       if (updating_) return;
-      if (auto* chk = dynamic_cast<CheckBox*>(c)) {
-        // A click checks a grayed box, as it does an unchecked one.
-        chk->SetValue(chk->Value() == 1 ? 0 : 1);
-      } else if (auto* opt = dynamic_cast<OptionButton*>(c)) {
-        opt->SetValue(true);
-      } else {
-        c->RaiseClick();
-      }
+      OperatorClick(*c);
       Mirror(b);
     });
     return;

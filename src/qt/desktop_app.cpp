@@ -6,11 +6,12 @@
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <optional>
 
-#include "basic/json.h"
+#include <CLI/CLI.hpp>
+
 #include "basic/numbers.h"
+#include "frontend/state_json.h"
 #include "qt/forms.h"
 #include "qt/ini_settings_store.h"
 #include "qt/qt_com_slots.h"
@@ -18,80 +19,29 @@
 
 namespace amp {
 
-// The unit named on the command line, laid over the stored settings: the
-// panel reads the target from the settings as always, and nothing of the
-// connection of such a run is stored (the session itself may change those
-// values: the first read takes the unit's own network settings), so the
-// operator's stored connection stays as it was.
-class DesktopApp::TargetSettings final : public SettingsStore {
- public:
-  explicit TargetSettings(SettingsStore& stored) : stored_(stored) {}
-
-  void Override(const std::string& key, const std::string& value) { overrides_[key] = value; }
-
-  std::string GetSetting(const std::string& app, const std::string& section, const std::string& key,
-                         const std::string& fallback) override {
-    if (IsPanels(app, section))
-      if (auto it = overrides_.find(key); it != overrides_.end()) return it->second;
-    return stored_.GetSetting(app, section, key, fallback);
-  }
-
-  void SaveSetting(const std::string& app, const std::string& section, const std::string& key,
-                   const std::string& value) override {
-    if (IsPanels(app, section) && overrides_.count(key)) return;
-    stored_.SaveSetting(app, section, key, value);
-  }
-
- private:
-  static bool IsPanels(const std::string& app, const std::string& section) {
-    return app == AmpDesk::kAppTitle && section == AmpDesk::kSettingsSection;
-  }
-  SettingsStore& stored_;
-  std::map<std::string, std::string> overrides_;
-};
-
 namespace {
 
-bool StartsWith(const std::string& s, const char* prefix) { return s.rfind(prefix, 0) == 0; }
-
-constexpr const char* kDisconnectCaption = "Disconnect";
 // How long the script waits for the session before it gives up.
 constexpr int kScriptConnectWaitMs = 30000;
+
+void AddDesktopTable(CLI::App& app, DesktopOptions& o) {
+  frontend::AddUnitOptions(app, o);
+  frontend::AddDesktopOptions(app, o);
+}
 
 }  // namespace
 
 std::string DesktopUsage() {
+  CLI::App app;
+  DesktopOptions unused;
+  AddDesktopTable(app, unused);
   return "Usage: ampdesk [--demo [PROFILE] | --tcp HOST[:PORT] | --serial DEVICE] [options]\n"
          "\n"
          "The desktop panel that monitors and controls one amplifier over TCP or a\n"
          "serial line. With a unit named it connects at once; without one it starts\n"
-         "with the stored settings and waits for Connect.\n"
-         "\n"
-         "  --demo [PROFILE]       start the simulated amplifier on 127.0.0.1 (a free\n"
-         "                         port) and connect to it; PROFILE names the unit\n"
-         "                         (twta127, sspa120, ...; ampsim --list-profiles).\n"
-         "                         Settings go to a throw-away file unless\n"
-         "                         --settings-file is given\n"
-         "  --tcp HOST[:PORT]      connect over TCP (port 2000 when omitted)\n"
-         "  --serial DEVICE        connect on a serial device path or COM1..COM10\n"
-         "  --settings TEXT        the serial line's settings, such as 19200,N,8,1\n"
-         "                         (default: the stored ones, then a search)\n"
-         "  --address C            poll the unit at address C (A-Z) on the serial\n"
-         "                         line instead of searching the addresses\n"
-         "  --settings-file PATH   read and write the settings in this ini file\n"
-         "                         instead of the user's\n"
-         "  --trace FILE           log every frame both ways (time, hex, text) to\n"
-         "                         FILE, - for stderr\n"
-         "  --sim-arg ARG          pass ARG to the simulated amplifier of --demo\n"
-         "                         (repeatable), e.g. --sim-arg=--local or\n"
-         "                         --sim-arg=--status=T@E@,H@@@,@@@@ for a fault\n"
-         "  --script FILE          once connected, run the panel actions of FILE\n"
-         "                         (- for standard input) as the operator would\n"
-         "  --screenshot FILE      save a PNG picture of the window, then exit\n"
-         "  --after MS             take the screenshot MS milliseconds after start,\n"
-         "                         or with --script after the script ends\n"
-         "                         (default 0)\n"
-         "  --help                 show this text\n"
+         "with the stored settings and waits for Connect.\n" +
+         frontend::OptionsHelp(app) +
+         "  --help                   show this text\n"
          "Options that take a value also take it as --option=VALUE.\n"
          "\n"
          "The unit given by --demo, --tcp or --serial is for this run only: the\n"
@@ -122,93 +72,22 @@ std::string DesktopUsage() {
          "left open at the end stays open for the operator, and so does the panel.\n"
          "Message boxes wait for the operator.\n"
          "\n"
+         "Examples:\n"
+         "  ampdesk --demo twta127\n"
+         "  ampdesk --tcp 192.0.2.10:2000\n"
+         "  ampdesk --serial /dev/ttyUSB0 --settings 19200,N,8,1 --address B\n"
+         "  ampdesk --demo --sim-arg=--local --script run.txt --screenshot s.png\n"
+         "\n"
          "Exit codes: 0 done; 1 the program could not start, the screenshot could\n"
          "not be saved, or the script could not run to its end; 2 bad arguments\n"
          "or a bad script.\n";
 }
 
 std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOptions& o) {
-  bool haveAfter = false;
-  for (size_t i = 0; i < args.size(); ++i) {
-    // --option=VALUE is --option VALUE.
-    std::string a = args[i];
-    std::optional<std::string> inlineValue;
-    if (StartsWith(a, "--")) {
-      if (const auto eq = a.find('='); eq != std::string::npos) {
-        inlineValue = a.substr(eq + 1);
-        a.resize(eq);
-      }
-    }
-    auto value = [&](std::string* out) -> std::string {
-      if (inlineValue) {
-        if (inlineValue->empty()) return a + " needs a value";
-        *out = *inlineValue;
-        return {};
-      }
-      if (i + 1 >= args.size() || args[i + 1].empty()) return a + " needs a value";
-      *out = args[++i];
-      return {};
-    };
-    std::string v;
-    if (inlineValue && a == "--help") return "--help takes no value";
-    if (inlineValue && a == "--demo" && inlineValue->empty()) return "--demo= needs a profile name";
-    if (a == "--help" || a == "-h") {
-      o.help = true;
-    } else if (a == "--demo") {
-      o.demo = true;
-      if (inlineValue)
-        o.demoProfile = *inlineValue;
-      else if (i + 1 < args.size() && !StartsWith(args[i + 1], "-"))
-        o.demoProfile = args[++i];
-    } else if (a == "--sim-arg") {
-      if (auto err = value(&v); !err.empty()) return err;
-      o.simArgs.push_back(v);
-    } else if (a == "--script") {
-      if (auto err = value(&o.script); !err.empty()) return err;
-    } else if (a == "--tcp") {
-      if (auto err = value(&v); !err.empty()) return err;
-      const auto colon = v.rfind(':');
-      o.tcpHost = v.substr(0, colon);
-      if (colon != std::string::npos) {
-        const auto port = CLngText(v.substr(colon + 1));
-        if (!port || *port < 1 || *port > 65535) return "bad TCP port in '" + v + "' (1..65535)";
-        o.tcpPort = *port;
-      }
-      if (o.tcpHost.empty()) return "--tcp needs a host, such as 192.0.2.10 or 127.0.0.1:2000";
-    } else if (a == "--serial") {
-      if (auto err = value(&o.serialDevice); !err.empty()) return err;
-    } else if (a == "--settings") {
-      if (auto err = value(&o.lineSettings); !err.empty()) return err;
-      if (std::count(o.lineSettings.begin(), o.lineSettings.end(), ',') != 3)
-        return "bad line settings '" + o.lineSettings +
-               "' (baud,parity,data,stop such as 9600,N,8,1)";
-    } else if (a == "--address") {
-      if (auto err = value(&o.address); !err.empty()) return err;
-      if (o.address.size() != 1 || o.address[0] < 'A' || o.address[0] > 'Z')
-        return "bad address '" + o.address + "' (one letter A-Z)";
-    } else if (a == "--settings-file") {
-      if (auto err = value(&o.settingsFile); !err.empty()) return err;
-    } else if (a == "--trace") {
-      if (auto err = value(&o.trace); !err.empty()) return err;
-    } else if (a == "--screenshot") {
-      if (auto err = value(&o.screenshot); !err.empty()) return err;
-    } else if (a == "--after") {
-      if (auto err = value(&v); !err.empty()) return err;
-      const auto ms = CLngText(v);
-      if (!ms || *ms < 0) return "--after needs a number of milliseconds, not '" + v + "'";
-      o.screenshotAfterMs = *ms;
-      haveAfter = true;
-    } else {
-      return "unknown argument '" + a + "'";
-    }
-  }
-  const int sources = int(o.demo) + int(!o.tcpHost.empty()) + int(!o.serialDevice.empty());
-  if (sources > 1) return "give at most one of --demo, --tcp and --serial";
-  if (haveAfter && o.screenshot.empty()) return "--after goes with --screenshot FILE";
-  if (!o.simArgs.empty() && !o.demo) return "--sim-arg goes with --demo";
-  if (!o.script.empty() && sources == 0) return "--script needs a unit: --demo, --tcp or --serial";
-  if ((!o.lineSettings.empty() || !o.address.empty()) && o.serialDevice.empty())
-    return "--settings and --address go with --serial";
+  CLI::App app;
+  AddDesktopTable(app, o);
+  if (std::string err = frontend::ParseArgs(app, args); !err.empty()) return err;
+  if (std::string err = frontend::CheckUnitOptions(o, false); !err.empty()) return err;
   if (!o.serialDevice.empty()) {
     ComSlots probe;
     if (SlotForDevice(probe, o.serialDevice) == 0)
@@ -246,11 +125,12 @@ bool DesktopApp::Start(std::string* error) {
   } else {
     storedSettings_ = std::make_unique<QtSettingsStore>();
   }
-  settings_ = std::make_unique<TargetSettings>(*storedSettings_);
+  settings_ = std::make_unique<frontend::RunSettings>(*storedSettings_);
   // The panel reads its settings when it loads, below; the target is laid
   // over them before that.
   host_.MakeDesk(timer1_, dialogs_, *settings_);
   host_.desk->EndProgram = [this] {
+    ReportSettingsSaveFailure();
     if (onEnd) onEnd();
   };
 
@@ -277,21 +157,13 @@ bool DesktopApp::Start(std::string* error) {
     tcpPort = options_.tcpPort;
   }
 
+  frontend::RunTarget target = options_.Target(
+      options_.serialDevice.empty() ? 0 : SlotForDevice(host_.slots, options_.serialDevice));
   if (!host.empty()) {
-    settings_->Override("UseEnet", "True");
-    settings_->Override("UseIP", host);
-    settings_->Override("EthPort", std::to_string(tcpPort));
-  } else if (!options_.serialDevice.empty()) {
-    settings_->Override("UseEnet", "False");
-    settings_->Override("CurrentPort",
-                        std::to_string(SlotForDevice(host_.slots, options_.serialDevice)));
-    if (!options_.lineSettings.empty()) settings_->Override("ComSettings", options_.lineSettings);
-    if (!options_.address.empty()) {
-      // One address: the connect polls it instead of searching.
-      settings_->Override("PollAddress", std::to_string(static_cast<int>(options_.address[0])));
-      settings_->Override("PollStatus", "1");
-    }
+    target.tcpHost = host;
+    target.tcpPort = tcpPort;
   }
+  settings_->LayTarget(target);
 
   if (!options_.trace.empty()) {
     if (!host_.OpenTrace(options_.trace, error)) return false;
@@ -357,7 +229,7 @@ void DesktopApp::RunScriptOnceConnected() {
       ScheduleScreenshot();
       return;
     }
-    if (host_.desk->frmMain.btnConnect.Caption() != kDisconnectCaption || timer1_.Running() ||
+    if (!host_.desk->comms.session.Connected() || timer1_.Running() ||
         QApplication::activeModalWidget())
       return;
     check->stop();
@@ -374,18 +246,11 @@ void DesktopApp::RunScript() {
   host.pollRunning = [this] { return timer1_.Enabled(); };
   host.wait = [this](int ms) { WaitMs(ms); };
   host.dump = [this](const ui::Form* dialog) {
-    JsonWriter w;
-    w.BeginObject();
-    w.Key("connected").Bool(host_.desk->frmMain.btnConnect.Caption() == kDisconnectCaption);
-    w.Key("form").Raw(host_.desk->frmMain.DumpJson());
-    w.Key("dialog");
-    if (dialog) {
-      w.Raw(dialog->DumpJson());
-    } else {
-      w.Null();
-    }
-    w.EndObject();
-    std::printf("%s\n", w.str().c_str());
+    frontend::StateView state;
+    state.connected = host_.desk->comms.session.Connected();
+    state.form = &host_.desk->frmMain;
+    state.dialog = dialog;
+    std::printf("%s\n", frontend::StateJson(state).c_str());
     std::fflush(stdout);
   };
   host.beforeAction = [this](const ui::ScriptAction&) {
@@ -443,6 +308,16 @@ void DesktopApp::TakeScreenshot() {
     screenshotFailed_ = true;
   }
   window_->close();
+}
+
+// The settings were saved as the panel unloaded; a store that could not
+// take them is the operator's to know, not lost without a word.
+void DesktopApp::ReportSettingsSaveFailure() {
+  const std::string& error = settings_->SaveError();
+  if (error.empty()) return;
+  std::fprintf(stderr, "ampdesk: %s\n", error.c_str());
+  std::fflush(stderr);
+  dialogs_.MsgBox(error, MsgButtons::OK, MsgIcon::Exclamation, AmpDesk::kAppTitle);
 }
 
 int DesktopApp::Exec() {

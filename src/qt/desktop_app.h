@@ -11,6 +11,8 @@
 
 #include "app/amp_desk.h"
 #include "display/panel_script.h"
+#include "frontend/options.h"
+#include "frontend/run_settings.h"
 #include "qt/binder.h"
 #include "qt/desk_host.h"
 #include "qt/main_window.h"
@@ -20,22 +22,8 @@
 
 namespace amp {
 
-struct DesktopOptions {
-  bool help = false;
-  bool demo = false;
-  std::string demoProfile;  // "" for ampsim's default unit
-  std::string tcpHost;      // --tcp
-  int tcpPort = 2000;
-  std::string serialDevice;  // --serial: a device path or COM1..COM10
-  std::string lineSettings;  // --settings "9600,N,8,1" for the serial line
-  std::string address;       // --address: poll this one unit address
-  std::string settingsFile;
-  std::string trace;
-  std::string screenshot;
-  int screenshotAfterMs = 0;
-  std::string script;                // --script: panel actions to run once connected
-  std::vector<std::string> simArgs;  // --sim-arg: more arguments for the demo's ampsim
-};
+// ampdesk takes the unit's options both programs share and its own.
+using DesktopOptions = frontend::Options;
 
 // "" when `args` (without the program name) are good, else the error.
 std::string ParseDesktopOptions(const std::vector<std::string>& args, DesktopOptions& o);
@@ -76,7 +64,7 @@ class DesktopApp {
   SettingsStore& settings();
 
  private:
-  class TargetSettings;
+  void ReportSettingsSaveFailure();
   bool LoadScript(std::string* error);
   void RunScriptOnceConnected();
   void RunScript();
@@ -89,7 +77,7 @@ class DesktopApp {
   SimProcess sim_;
   QTemporaryDir demoDir_;
   std::unique_ptr<SettingsStore> storedSettings_;
-  std::unique_ptr<TargetSettings> settings_;
+  std::unique_ptr<frontend::RunSettings> settings_;
   QtTimer timer1_;
   QtDialogs dialogs_;
   DeskHost host_;

@@ -20,7 +20,7 @@ class IniSettingsStore final : public SettingsStore {
 
   const std::string& Path() const { return path_; }
   // "" or the reason the last save did not reach the disk.
-  const std::string& LastError() const { return lastError_; }
+  std::string LastError() const override { return lastError_; }
 
  private:
   std::string path_;

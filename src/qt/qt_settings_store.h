@@ -22,7 +22,7 @@ class QtSettingsStore final : public SettingsStore {
   // The ini file that holds `app`'s settings.
   std::string FilePath(const std::string& app) const;
   // "" or the reason the last save did not reach the disk.
-  const std::string& LastError() const { return lastError_; }
+  std::string LastError() const override { return lastError_; }
 
  private:
   std::string directory_;

@@ -55,7 +55,7 @@ TEST_F(ConnectFixture, SearchFindsTheUnitAndTheSessionStarts) {
   EXPECT_EQ(captions, (std::vector<std::string>{"Terminate", "Disconnect"}));
   EXPECT_TRUE(rig.timer.enabled);
   EXPECT_TRUE(f->Timer1.TimerEnabled());
-  EXPECT_EQ(d->comms.gMissedPolls, 2);
+  EXPECT_EQ(d->comms.session.gMissedPolls, 2);
   EXPECT_TRUE(f->mnuAtnCal.Enabled());
   EXPECT_TRUE(f->txtAtnDB.Enabled());
   EXPECT_FALSE(f->mnuConnect.Enabled());
@@ -224,7 +224,7 @@ TEST_F(ConnectFixture, UseEthernetSwitchesTheAdvancedSearch) {
   EXPECT_TRUE(f->mnuAdvSrch.Enabled());
   // Not while a session stands.
   Click(f->mnuUseEnet);
-  f->btnConnect.SetCaption("Disconnect");
+  d->comms.session.phase = SessionPhase::Up;
   Click(f->mnuUseEnet);
   EXPECT_FALSE(f->mnuAdvSrch.Enabled());
 }

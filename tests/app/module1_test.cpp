@@ -1,5 +1,5 @@
-// The shared helpers: parts of a settings text, character classes, stored
-// booleans, the waits and the pattern test of the address menus.
+// The shared helpers: parts of a settings text, the waits and the pattern
+// test of the address menus.
 #include "app/module1.h"
 
 #include <gtest/gtest.h>
@@ -44,34 +44,6 @@ TEST(Module1, SettingsTextPartsByPosition) {
     EXPECT_EQ(ParseDataBits(c.text), c.data);
     EXPECT_EQ(ParseStopBits(c.text), c.stop);
   }
-}
-
-TEST(Module1, CharacterClassesAtTheirEdges) {
-  EXPECT_FALSE(IsPrintable(31));
-  EXPECT_TRUE(IsPrintable(32));
-  EXPECT_TRUE(IsPrintable(126));
-  EXPECT_FALSE(IsPrintable(127));
-  EXPECT_FALSE(IsPrintable(-1));
-  for (int c : {'A', 'Z', 'a', 'z', 'm'}) EXPECT_TRUE(IsLetter(c)) << c;
-  for (int c : {int{'@'}, int{'['}, int{'`'}, int{'{'}, int{'0'}, int{' '}, 200})
-    EXPECT_FALSE(IsLetter(c)) << c;
-}
-
-TEST(Module1, StoredBooleans) {
-  EXPECT_EQ(CBoolText("True"), true);
-  EXPECT_EQ(CBoolText(" false "), false);
-  EXPECT_EQ(CBoolText("TRUE"), true);
-  EXPECT_EQ(CBoolText("-1"), true);
-  EXPECT_EQ(CBoolText("0"), false);
-  EXPECT_EQ(CBoolText("yes"), std::nullopt);
-  EXPECT_EQ(CBoolText(""), std::nullopt);
-}
-
-TEST(Module1, Log10KeepsWhatHasNoLogarithm) {
-  EXPECT_DOUBLE_EQ(Log10(1000.0), 3.0);
-  EXPECT_DOUBLE_EQ(Log10(0.01), -2.0);
-  EXPECT_DOUBLE_EQ(Log10(0.0), 0.0);
-  EXPECT_DOUBLE_EQ(Log10(-5.0), -5.0);
 }
 
 TEST(Module1, WaitsHandleEventsAndEnd) {

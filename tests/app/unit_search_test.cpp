@@ -51,29 +51,6 @@ TEST(SearchSettings, TwelveTextsInOrderAndRanges) {
   EXPECT_FALSE(ext || adv);
 }
 
-TEST_F(SearchFixture, FoundAddressAndSettingsStay) {
-  FakeLineUnit unit(port, 'C', "38400,O,7,1");
-  const int64_t start = clock.now;
-  EXPECT_TRUE(UnitFoundOnSerialPort(search, list, 'A', 'C'));
-  // Ten texts of three failed probes, then A and B on the eleventh.
-  ASSERT_EQ(unit.probes.size(), 33u);
-  EXPECT_EQ(unit.probes.front(), "A 9600,N,8,1");
-  EXPECT_EQ(unit.probes[2], "C 9600,N,8,1");
-  EXPECT_EQ(unit.probes[3], "A 19200,N,8,1");
-  EXPECT_EQ(unit.probes.back(), "C 38400,O,7,1");
-  EXPECT_EQ(comms.Link.CommSettings(), "38400,O,7,1");
-  EXPECT_EQ(comms.Link.DeviceAddress(), "C");
-  // Each failed probe waited 0.6 s; the link's own 2 s came back.
-  EXPECT_GE(clock.now - start, 32 * 600);
-  EXPECT_LT(clock.now - start, 32 * 600 + 33 * 100);
-  EXPECT_FLOAT_EQ(comms.Link.MsgTimeout(), 2.0f);
-  // The status line named every probe and ended empty; the list is released.
-  EXPECT_EQ(status.front(), "Searching: A, 9600,N,8,1");
-  EXPECT_EQ(status[status.size() - 2], "Searching: C, 38400,O,7,1");
-  EXPECT_EQ(status.back(), "");
-  for (const auto& s : list) EXPECT_TRUE(s.empty());
-}
-
 TEST_F(SearchFixture, UnitsOwnSpellingOfItsAddressIsKept) {
   FakeLineUnit unit(port, 'B', "9600,N,8,1");
   unit.spelledAs = 'b';

@@ -57,20 +57,6 @@ TEST(ConsoleBoxes, PrintsRecordsAndMarksFailures) {
   std::fclose(err);
 }
 
-TEST(ConsoleBoxes, InputBoxesTakeTheInputsInOrderThenCancel) {
-  std::FILE* err = std::tmpfile();
-  ConsoleDialogs d(err);
-  d.inputs = {"B", ""};
-  EXPECT_EQ(d.InputBox("Enter Unit Address (A-Z)", "Unit Address", "A"), "B");
-  EXPECT_EQ(d.InputBox("p", "t", "x"), "");
-  EXPECT_EQ(d.InputBox("p", "Port", "x"), std::nullopt);
-  EXPECT_TRUE(d.shown.empty());  // questions are not messages
-  const std::string out = Read(err);
-  EXPECT_NE(out.find("Unit Address: Enter Unit Address (A-Z)\n"), std::string::npos);
-  EXPECT_NE(out.find("no --input left for \"Port\""), std::string::npos);
-  std::fclose(err);
-}
-
 TEST(ConsoleModal, WithoutADriverTheFormIsCancelledThroughItsOwnPath) {
   std::FILE* err = std::tmpfile();
   ConsoleDialogs d(err);

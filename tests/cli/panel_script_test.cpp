@@ -136,20 +136,12 @@ TEST(PanelScriptGrammar, BadLinesNameTheirNumber) {
   const Case cases[] = {
       {"click btnConnect\npress btnConnect\n", 2, "unknown action 'press'"},
       {"\n\nclick\n", 3, "click needs a control"},
-      {"click # nothing\n", 1, "click needs a control"},
       {"click a b\n", 1, "unexpected 'b'"},
       {"type txtAtnDB\n", 1, "needs a text"},
-      {"select cmbRfBand\n", 1, "an item's text or index"},
       {"key txtAtnDB Tab\n", 1, "unknown key 'Tab'"},
-      {"key txtAtnDB ab\n", 1, "unknown key 'ab'"},
       {"poll 0\n", 1, "poll takes a count"},
-      {"poll many\n", 1, "poll takes a count"},
-      {"wait\n", 1, "wait needs a time"},
       {"wait -5\n", 1, "wait takes milliseconds"},
-      {"wait 99999999999\n", 1, "wait takes milliseconds"},
-      {"dump now\n", 1, "unexpected 'now'"},
       {"click .cmdOK\n", 1, "is not a control name"},
-      {"click frmCom.\n", 1, "is not a control name"},
   };
   for (const auto& c : cases) {
     std::vector<ScriptAction> a;
@@ -182,15 +174,11 @@ TEST(PanelScriptCheck, ControlsAreFoundOnTheirFormsAndMustTakeTheAction) {
   };
   const Case cases[] = {
       {"click btnConnect\nclick txtNope\n", 2, "unknown control 'txtNope' on frmMain"},
-      {"click cbBaud\n", 1, "unknown control 'cbBaud' on frmMain"},
       {"click frmNope.cmdOK\n", 1, "no form named 'frmNope' (frmMain, frmCom, frmAbout"},
       {"click frmCom.mnuWatts\n", 1, "unknown control 'mnuWatts' on frmCom"},
       {"select btnConnect 1\n", 1, "select does not apply to btnConnect (a CommandButton)"},
-      {"up txtAtnDB\n", 1, "up does not apply to txtAtnDB"},
       {"type FaultAbit(3) x\n", 1, "type does not apply to FaultAbit(3) (a Label)"},
       {"click Timer1\n", 1, "click does not apply to Timer1"},
-      {"dblclick mnuWatts\n", 1, "dblclick does not apply"},
-      {"focus mnuWatts\n", 1, "focus does not apply"},
   };
   for (const auto& c : cases) {
     const auto bad = check(c.script);
@@ -255,7 +243,6 @@ TEST(PanelScriptRun, ActionsTheRealPanelWouldRefuseStopTheScript) {
       // Only ports that exist have an entry.
       {"click mnuComPort(4)\n", 1, "mnuComPort(4) is hidden"},
       {"click mnuComPort(0)\nselect frmCom.cbBaud 300\n", 2, "has no item '300' (items: '1200'"},
-      {"click mnuComPort(0)\nselect frmCom.cbBaud 7\n", 2, "has no item '7'"},
   };
   for (const auto& c : cases) {
     Rig rig;
@@ -332,22 +319,6 @@ TEST(PanelScriptRun, KeysFocusListsUpDownAndDoubleClicksReachTheHandlers) {
       << rig.notes[0];
   EXPECT_NE(rig.notes[1].find("line 18: frmKeys.cmdClose has no Click handler"), std::string::npos)
       << rig.notes[1];
-}
-
-TEST(PanelScriptRun, EachTypedKeySeesTheTextBeforeIt) {
-  Rig rig;
-  FrmKeys keys;
-  rig.desk->RegisterForm(keys);
-  std::vector<std::string> texts;
-  keys.txtIn.KeyPress = [&](int&) { texts.push_back(keys.txtIn.Text()); };
-  rig.desk->frmMain.mnuLocateIP.Click = [&] { rig.dialogs.ShowModal(keys); };
-  const auto failure = rig.Run("click mnuLocateIP\ntype frmKeys.txtIn 1.5\n");
-  ASSERT_FALSE(failure) << failure->Text();
-  EXPECT_EQ(texts, (std::vector<std::string>{"", "1", "1."}));
-  EXPECT_EQ(keys.txtIn.Text(), "1.5");
-  // Left open at the end: reported, then closed.
-  EXPECT_EQ(rig.ends, std::vector<std::string>{"frmKeys"});
-  EXPECT_FALSE(keys.Loaded());
 }
 
 TEST(PanelScriptRun, PollTicksOnlyWhileThePollTimerRuns) {

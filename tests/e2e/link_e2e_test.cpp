@@ -168,7 +168,7 @@ TEST(SerialEndToEnd, PollLoopToleratesTwoMissesAndEndsOnThird) {
   int good = 0;
   for (int i = 0; i < 10; ++i) good += s.comms.UpdateStatus();
   EXPECT_EQ(good, 7);
-  EXPECT_EQ(s.comms.gMissedPolls, 2);  // the tenth poll was good
+  EXPECT_EQ(s.comms.session.gMissedPolls, 2);  // the tenth poll was good
   EXPECT_TRUE(s.timer.Enabled());
   EXPECT_FALSE(s.panel.Saw("ClearForm"));
 

@@ -78,12 +78,12 @@ TEST_F(PollFixture, ShortBlocksLeaveEarlierFields) {
 
 TEST_F(PollFixture, GoodPollUpdatesPanelInOrder) {
   answer = Reply("\006A?PABCDEFGHIJK\003");
-  comms.gMissedPolls = 0;
+  comms.session.gMissedPolls = 0;
   EXPECT_TRUE(comms.UpdateStatus());
   const std::vector<std::string> expected = {"summary:PABC", "fault:DEFG", "alarm:HIJK",
                                              "UpdateFwdRF", "UpdateRevRF"};
   EXPECT_EQ(panel.log, expected);
-  EXPECT_EQ(comms.gMissedPolls, 2);
+  EXPECT_EQ(comms.session.gMissedPolls, 2);
   EXPECT_EQ(comms.mFastCycle, 1);
   EXPECT_EQ(comms.mSlowCycle, 1);
 }
@@ -95,7 +95,7 @@ TEST_F(PollFixture, ThirdMissEndsSession) {
   answer.clear();  // the unit stops answering
   EXPECT_FALSE(comms.UpdateStatus());
   EXPECT_FALSE(comms.UpdateStatus());
-  EXPECT_EQ(comms.gMissedPolls, 0);
+  EXPECT_EQ(comms.session.gMissedPolls, 0);
   EXPECT_TRUE(panel.log.empty());  // nothing on the panel changes yet
   EXPECT_EQ(comms.mFastCycle, 2);  // failed polls advance no counter
   EXPECT_EQ(comms.mSlowCycle, 7);
@@ -104,7 +104,7 @@ TEST_F(PollFixture, ThirdMissEndsSession) {
   // Two misses and a good poll restore the full tolerance.
   answer = Reply("\006A?P@@@@@@@@@@@\003");
   EXPECT_TRUE(comms.UpdateStatus());
-  EXPECT_EQ(comms.gMissedPolls, 2);
+  EXPECT_EQ(comms.session.gMissedPolls, 2);
   answer.clear();
   EXPECT_FALSE(comms.UpdateStatus());
   EXPECT_FALSE(comms.UpdateStatus());
@@ -176,10 +176,10 @@ TEST_F(PollFixture, TimerTickFollowsSessionState) {
 
   comms.gFirstReadPending = true;
   panel.onFirstTimeRead = [this] { comms.gFirstReadDone = true; };
-  comms.gMissedPolls = 0;
+  comms.session.gMissedPolls = 0;
   comms.Timer1_Timer();
   EXPECT_EQ(panel.Count("FirstTimeRead"), 1);
-  EXPECT_EQ(comms.gMissedPolls, 2);
+  EXPECT_EQ(comms.session.gMissedPolls, 2);
   EXPECT_EQ(panel.caption, "Disconnect");
   EXPECT_FALSE(panel.Saw("UpdateFwdRF"));
   panel.log.clear();
@@ -190,7 +190,7 @@ TEST_F(PollFixture, TimerTickFollowsSessionState) {
   // A session ending over TCP leaves the search menu alone.
   answer.clear();
   sock.onSend = nullptr;
-  comms.gMissedPolls = 0;
+  comms.session.gMissedPolls = 0;
   panel.log.clear();
   EXPECT_FALSE(comms.UpdateStatus());
   EXPECT_TRUE(panel.Saw("enable:mnuConnect"));

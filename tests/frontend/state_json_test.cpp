@@ -7,9 +7,9 @@
 #include <QJsonObject>
 
 #include "basic/json.h"
-#include "cli/state_json.h"
+#include "frontend/state_json.h"
 
-namespace amp::cli {
+namespace amp::frontend {
 namespace {
 
 struct Panel : ui::Form {
@@ -35,8 +35,8 @@ TEST(StateJson, HoldsTheFormTheMessagesAndTheDialog) {
   main.txtAtnDB.SetText("12.5");
   main.FaultAbit[1].SetCaption("Over \"Temp\"\r\n");
   main.FaultAbit[1].SetTop(2);
-  std::vector<ConsoleDialogs::Shown> messages = {
-      {"Connect", "Unit Not Found", true}, {"Communication Error", "Not in Remote Mode", true}};
+  std::vector<ShownMessage> messages = {{"Connect", "Unit Not Found", true},
+                                        {"Communication Error", "Not in Remote Mode", true}};
   Dialog dlg;
   dlg.cbBaud.AddItem("9600");
   dlg.cbBaud.SetListIndex(0);
@@ -66,10 +66,8 @@ TEST(StateJson, HoldsTheFormTheMessagesAndTheDialog) {
 
 TEST(StateJson, NoDialogIsNullAndKeysCanBeWrappedByTheCaller) {
   Panel main;
-  std::vector<ConsoleDialogs::Shown> none;
   StateView v;
   v.form = &main;
-  v.messages = &none;
   JsonWriter w;
   w.BeginObject();
   w.Key("poll").Int(3);
@@ -77,10 +75,9 @@ TEST(StateJson, NoDialogIsNullAndKeysCanBeWrappedByTheCaller) {
   w.EndObject();
   const QJsonObject o = Parse(w.str());
   EXPECT_EQ(o["poll"].toInt(), 3);
-  EXPECT_FALSE(o["connected"].toBool());
   EXPECT_TRUE(o["dialog"].isNull());
   EXPECT_TRUE(o["messages"].toArray().isEmpty());
 }
 
 }  // namespace
-}  // namespace amp::cli
+}  // namespace amp::frontend

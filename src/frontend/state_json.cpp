@@ -1,8 +1,8 @@
-#include "cli/state_json.h"
+#include "frontend/state_json.h"
 
 #include "basic/json.h"
 
-namespace amp::cli {
+namespace amp::frontend {
 
 void WriteState(JsonWriter& w, const StateView& s) {
   w.Key("connected").Bool(s.connected);
@@ -39,4 +39,4 @@ std::string StateJson(const StateView& state) {
   return w.str();
 }
 
-}  // namespace amp::cli
+}  // namespace amp::frontend
