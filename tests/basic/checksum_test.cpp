@@ -9,13 +9,9 @@ namespace {
 
 TEST(Checksum, XorOfKnownFrames) {
   // 02^41^31^03 = 0x71.
-  EXPECT_EQ(XorChecksum("\x02"
-                        "A1\x03"),
-            0x71);
+  EXPECT_EQ(XorChecksum("\002A1\003"), 0x71);
   // 02^41^3F^21^23^28^03 = 0x55.
-  EXPECT_EQ(XorChecksum("\x02"
-                        "A?!#(\x03"),
-            0x55);
+  EXPECT_EQ(XorChecksum("\002A?!#(\003"), 0x55);
   EXPECT_EQ(XorChecksum(""), 0);
   EXPECT_EQ(XorChecksum("\xFF\x0F"), 0xF0);  // bytes above 0x7F count unsigned
 }

@@ -11,19 +11,11 @@ TEST(Json, QuotesEveryByteIntoValidText) {
   EXPECT_EQ(JsonQuote("a\"b\\c"), "\"a\\\"b\\\\c\"");
   EXPECT_EQ(JsonQuote("\r\n\t"), "\"\\r\\n\\t\"");
   // Frame bytes of the protocol become escapes.
-  EXPECT_EQ(JsonQuote(std::string("\x02"
-                                  "A1\x03",
-                                  4)),
-            "\"\\u0002A1\\u0003\"");
+  EXPECT_EQ(JsonQuote(std::string("\002A1\003", 4)), "\"\\u0002A1\\u0003\"");
   EXPECT_EQ(JsonQuote("\x7f"), "\"\\u007f\"");
   // Well-formed UTF-8 passes whole; a stray or cut-off byte is escaped alone.
-  EXPECT_EQ(JsonQuote("25 \xc2\xb0"
-                      "C"),
-            "\"25 \xc2\xb0"
-            "C\"");
-  EXPECT_EQ(JsonQuote("\xb0"
-                      "C"),
-            "\"\\u00b0C\"");
+  EXPECT_EQ(JsonQuote("25 \302\260C"), "\"25 \302\260C\"");
+  EXPECT_EQ(JsonQuote("\260C"), "\"\\u00b0C\"");
   EXPECT_EQ(JsonQuote("x\xe2\x82"), "\"x\\u00e2\\u0082\"");
   EXPECT_EQ(JsonQuote("\xc0\x80"), "\"\\u00c0\\u0080\"");  // overlong form
 }

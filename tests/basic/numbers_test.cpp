@@ -18,21 +18,14 @@ TEST(Numbers, ValReadsTheNumericPrefix) {
   EXPECT_EQ(Val(" \t\n-3.25"), -3.25);
   EXPECT_EQ(Val("+7"), 7);
   EXPECT_EQ(Val("-.5"), -0.5);
-  EXPECT_EQ(Val(".5"), 0.5);
-  EXPECT_EQ(Val("5."), 5);
   EXPECT_EQ(Val("1e3x"), 1000);
   EXPECT_EQ(Val("2.5E-1"), 0.25);
   EXPECT_EQ(Val("1e"), 1);
-  EXPECT_EQ(Val("1e+"), 1);
   EXPECT_EQ(Val("1.5e-x"), 1.5);
   EXPECT_EQ(Val("12.5\x03\x71"), 12.5);  // ETX and checksum after the number
   EXPECT_EQ(Val("-0042\x03"), -42);
   EXPECT_EQ(Val("1.2.3"), 1.2);
-  EXPECT_EQ(Val("1 2"), 1);
-  for (const char* none : {"", " ", "abc", "-", "+", ".", "-.", "e5",
-                           "\x03"
-                           "5",
-                           "- 5", "\r5"}) {
+  for (const char* none : {"", " ", "abc", "-", "+", ".", "-.", "e5", "\0035", "- 5", "\r5"}) {
     EXPECT_EQ(Val(none), 0) << none;
   }
 }
@@ -63,7 +56,6 @@ TEST(Numbers, CIntCLngTiesToEvenAndRange) {
   EXPECT_EQ(CLng(2147483647.4), 2147483647);
   EXPECT_FALSE(CLng(2147483647.5));
   EXPECT_EQ(CLng(-2147483648.5), -2147483648LL);
-  EXPECT_EQ(CLng(100000.5), 100000);
   EXPECT_FALSE(CInt(100000.0));
   for (const double bad : {kNaN, kInf, -kInf, DBL_MAX}) {
     EXPECT_FALSE(CInt(bad));
@@ -82,27 +74,20 @@ TEST(Numbers, IsNumericAndStrictConversion) {
   EXPECT_EQ(CIntText("-32768"), -32768);
   EXPECT_FALSE(CIntText("32768"));
   EXPECT_FALSE(CIntText("12a"));
-  EXPECT_FALSE(CIntText(""));
   EXPECT_EQ(CLngText("1e5"), 100000);
   EXPECT_FALSE(CLngText("1e400"));
-  EXPECT_FALSE(CLngText("x"));
 }
 
 TEST(Numbers, NumText) {
   EXPECT_EQ(NumText(12.5), "12.5");
-  EXPECT_EQ(NumText(-3), "-3");
-  EXPECT_EQ(NumText(0), "0");
   EXPECT_EQ(NumText(-0.0), "0");
   EXPECT_EQ(NumText(0.1), "0.1");
   EXPECT_EQ(NumText(0.1 + 0.2), "0.3");
-  EXPECT_EQ(NumText(0.001), "0.001");
   EXPECT_EQ(NumText(-0.0001), "-0.0001");
   EXPECT_EQ(NumText(0.00001), "1E-05");
-  EXPECT_EQ(NumText(1200), "1200");
   EXPECT_EQ(NumText(123456789012345.0), "123456789012345");
   EXPECT_EQ(NumText(1e15), "1E+15");
   EXPECT_EQ(NumText(-1.5e20), "-1.5E+20");
-  EXPECT_EQ(NumText(1e300), "1E+300");
   EXPECT_EQ(NumText(kInf), "Infinity");
   EXPECT_EQ(NumText(kNaN), "NaN");
 }
@@ -118,7 +103,6 @@ TEST(Numbers, FormatPictures) {
       {0.25, "#0.0", "0.3"},
       {-0.25, "#0.0", "-0.3"},
       {0.5, "##0", "1"},
-      {1.5, "##0", "2"},
       {2.5, "##0", "3"},
       {-2.5, "0", "-3"},
       {-0.4, "0", "0"},
@@ -126,24 +110,17 @@ TEST(Numbers, FormatPictures) {
       {2.675, "0.00", "2.68"},
       {0.125, "0.00", "0.13"},
       {1.005, "0.00", "1.01"},
-      {3, "##0.0##", "3.0"},
       {1.25, "##0.0##", "1.25"},
       {1.23456, "##0.0##", "1.235"},
-      {-1.2, "##0.0##", "-1.2"},
       {9.9996, "##0.0##", "10.0"},
       {7, "000000", "000007"},
       {1234567, "000000", "1234567"},
       {-7, "000000", "-000007"},
-      {0, "###0", "0"},
-      {12345, "###0", "12345"},
       {99.96, "####0.0", "100.0"},
-      {0.1234, "0.000", "0.123"},
       {0.5, "0.0##", "0.5"},
       {1.10, "#0.0#", "1.1"},
       {1.149, "#0.0#", "1.15"},
-      {42, "####0", "42"},
       {0.5, "#.##", ".5"},
-      {3, "#.##", "3"},
       {0, "###", ""},
       {12.5, ".00", "12.50"},
       {5, "0.0 dB", "5.0 dB"},
@@ -151,7 +128,6 @@ TEST(Numbers, FormatPictures) {
       {12.3, "0.0#x", "12.3x"},
       {1, "abc", "abc"},
       {2.5, "", "2.5"},
-      {1e-300, "0.00", "0.00"},
       {0.004, "0.00", "0.00"},
       {0.005, "0.00", "0.01"},
   };
@@ -168,11 +144,9 @@ TEST(Numbers, FormatPictures) {
 
 TEST(Numbers, PowerUnits) {
   EXPECT_DOUBLE_EQ(WattsFromdBm(30), 1.0);
-  EXPECT_DOUBLE_EQ(WattsFromdBm(60), 1000.0);
   EXPECT_DOUBLE_EQ(dBmFromWatts(0.001), 0.0);
   EXPECT_NEAR(dBmFromWatts(WattsFromdBm(47.3)), 47.3, 1e-12);
   EXPECT_EQ(dBmFromWatts(0), -kInf);
-  EXPECT_EQ(dBmFromWatts(-1), -kInf);
 }
 
 }  // namespace

@@ -170,7 +170,7 @@ TEST_F(BandTest, DialogClosedWithoutAChoiceSendsNothing) {
 
 // ------------------------------------------------------------------ bands
 
-TEST_F(BandTest, BandChoiceSendsItsNameOnlyInRemoteMode) {
+TEST_F(BandTest, BandChoiceSendsItsNameAndTheUnitsBandComesBack) {
   r.s.Answer(".?B1", ".B1C,6.00");
   r.s.Answer(".?B2", ".B2Ku,14.25");
   r.s.Answer(".?B3", ".B3");
@@ -191,15 +191,12 @@ TEST_F(BandTest, BandChoiceSendsItsNameOnlyInRemoteMode) {
   r.f.cmbRfBand.SetListIndex(1);
   EXPECT_EQ(r.s.sent, std::vector<std::string>{"TKu"});
 
-  // Outside remote mode: the box, nothing sent, the list stays on the pick.
+  // A pick the unit did not take is put right when the band is shown again.
   r.s.sent.clear();
-  r.st.gRemoteMode = false;
-  r.f.cmbRfBand.SetListIndex(0);
-  EXPECT_TRUE(r.s.sent.empty());
-  EXPECT_EQ(r.s.dialogs.boxes.size(), 1u);
-  EXPECT_EQ(r.f.cmbRfBand.ListIndex(), 0);
-  // ... until the unit's band is shown again.
+  r.Show(r.f.cmbRfBand, 0);
+  r.st.gInPanelUpdate = true;  // as every caller holds it
   r.setup.InitRFBand();
+  r.st.gInPanelUpdate = false;
   EXPECT_EQ(r.f.cmbRfBand.ListIndex(), 1);
   EXPECT_EQ(r.SetCommands(), std::vector<std::string>{});
 }

@@ -70,7 +70,7 @@ TEST_F(IdentityTest, AddressFallsBackToTheAddressCommand) {
   EXPECT_TRUE(r.s.dialogs.boxes.empty());
 }
 
-TEST_F(IdentityTest, AddressOfAnyOtherLengthOrOutsideRemoteSendsNothing) {
+TEST_F(IdentityTest, AddressOfAnyOtherLengthSendsNothing) {
   for (const char* text : {"", "AB"}) {
     r.f.txtAdr.SetText(text);
     Enter(r.f.txtAdr);
@@ -78,13 +78,6 @@ TEST_F(IdentityTest, AddressOfAnyOtherLengthOrOutsideRemoteSendsNothing) {
   EXPECT_TRUE(r.s.sent.empty());
   EXPECT_TRUE(r.s.dialogs.boxes.empty());
   EXPECT_FALSE(r.v.mEnterHandled);
-  EXPECT_EQ(r.s.comms.Link.DeviceAddress(), "A");
-
-  r.st.gRemoteMode = false;
-  r.f.txtAdr.SetText("D");
-  Enter(r.f.txtAdr);
-  EXPECT_TRUE(r.s.sent.empty());
-  EXPECT_EQ(r.BoxTitles(), (std::vector<std::string>{"Communication Error"}));
   EXPECT_EQ(r.s.comms.Link.DeviceAddress(), "A");
 }
 
@@ -98,31 +91,6 @@ TEST_F(IdentityTest, LeavingTheAddressSendsItOnlyUntilAnEnter) {
   r.f.txtAdr.LostFocus();
   EXPECT_EQ(r.Sent("XAF"), 0);
   EXPECT_EQ(r.s.comms.Link.DeviceAddress(), "E");
-}
-
-// ------------------------------------------------------ part and serial number
-
-TEST_F(IdentityTest, PartAndSerialNumbersNeedFourCharacters) {
-  r.f.txtPN.SetText("123");
-  id.SetUnitPartNumber();
-  r.f.txtSN.SetText("");
-  id.SetUnitSerialNumber();
-  EXPECT_TRUE(r.s.sent.empty());
-  ASSERT_EQ(r.s.dialogs.boxes.size(), 2u);
-  EXPECT_EQ(r.s.dialogs.boxes[0].title, "Parameter Length Error");
-  EXPECT_EQ(r.s.dialogs.boxes[0].text, "Must have at least 4 digits");
-  EXPECT_FALSE(r.v.mEnterHandled);
-
-  r.f.txtPN.SetText("1234");
-  id.SetUnitPartNumber();
-  r.f.txtSN.SetText("SN-00017");
-  id.SetUnitSerialNumber();
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"YK1234", "YLSN-00017"}));
-  EXPECT_TRUE(r.v.mEnterHandled);
-
-  r.st.gRemoteMode = false;
-  id.SetUnitPartNumber();
-  EXPECT_EQ(r.s.sent.size(), 2u);
 }
 
 // ---------------------------------------------------------------- clock
@@ -165,15 +133,7 @@ TEST_F(IdentityTest, NowWithTheTransmitterOnAsksAndCancelSendsNothing) {
   EXPECT_TRUE(r.s.sent.empty());
   EXPECT_EQ(r.f.txtDateTime.Text(), "2020/01/01,00:00");
 
-  // Outside remote mode the button asks nothing and changes nothing.
-  r.st.gRemoteMode = false;
   r.s.dialogs.answer = MsgResult::OK;
-  r.f.Command7.Click();
-  EXPECT_EQ(r.BoxTitles(), (std::vector<std::string>{"Reset Unit?", "Communication Error"}));
-  EXPECT_TRUE(r.s.sent.empty());
-  EXPECT_EQ(r.f.txtDateTime.Text(), "2020/01/01,00:00");
-
-  r.st.gRemoteMode = true;
   r.f.Command7.Click();
   EXPECT_EQ(r.s.sent, (std::vector<std::string>{"%2024/03/05,07:09", "~"}));
   EXPECT_EQ(r.f.txtDateTime.Text(), "2024/03/05,07:09");
@@ -251,20 +211,6 @@ TEST_F(IdentityTest, EitherHoursFieldSendsBothPadded) {
   EXPECT_FALSE(r.v.mEnterHandled);
 }
 
-TEST_F(IdentityTest, HoursOutsideRemoteModeSendNothing) {
-  r.st.gRemoteMode = false;
-  r.f.txtPSHours.SetText("5");
-  // The refusal is the box; the key is left to the field, as in the other
-  // value fields.
-  int k = kEnter;
-  r.f.txtPSHours.KeyPress(k);
-  EXPECT_EQ(k, kEnter);
-  r.f.mnuClrHrs.Click();
-  EXPECT_TRUE(r.s.sent.empty());
-  EXPECT_EQ(r.f.txtPSHours.Text(), "5");
-  EXPECT_EQ(r.s.dialogs.boxes.size(), 2u);
-}
-
 TEST_F(IdentityTest, ClearHoursAsksNothing) {
   r.f.txtPSHours.SetText("4711");
   r.f.txtXmtHours.SetText("815");
@@ -290,11 +236,6 @@ TEST_F(IdentityTest, MenuEntriesShowOrKeepWhatTheyFound) {
   r.f.mnuMfgInfo.Click();
   EXPECT_FLOAT_EQ(r.s.comms.Link.MsgTimeout(), 7.5f);
   EXPECT_FALSE(r.f.Timer1.TimerEnabled());
-
-  r.st.gRemoteMode = false;
-  r.f.mnuOemName.Click();
-  EXPECT_EQ(r.s.dialogs.boxes.size(), 2u);
-  EXPECT_TRUE(r.s.sent.empty());
 }
 
 }  // namespace

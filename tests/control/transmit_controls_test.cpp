@@ -37,36 +37,6 @@ class Transmit : public ::testing::Test {
   PowerControlsRig r;
 };
 
-TEST_F(Transmit, LocalModeRefusesEveryGuardedControlWithoutSending) {
-  r.st.gRemoteMode = false;
-  r.f.mnuHeaterState.SetChecked(true);
-  r.f.mnuHtrStby.SetChecked(true);
-
-  r.f.chkPS.SetValue(1);  // the operator's click
-  r.f.chkRFI.SetValue(1);
-  r.SetHeld(r.f.chkRFI, 1);
-  r.f.chkRFI.SetValue(0);  // and unchecking one that was set
-  r.f.btnFaultReset.RaiseClick();
-  r.f.mnuHeaterState.RaiseClick();
-  r.f.mnuHtrStby.RaiseClick();
-
-  EXPECT_TRUE(r.s.sent.empty());
-  // One box per click: the put-back of a check box does not run the
-  // handler a second time.
-  ASSERT_EQ(r.s.dialogs.boxes.size(), 6u);
-  for (const auto& b : r.s.dialogs.boxes) {
-    EXPECT_EQ(b.title, "Communication Error");
-    EXPECT_EQ(b.text, "Not in Remote Mode");
-    EXPECT_EQ(b.icon, MsgIcon::Exclamation);
-  }
-  EXPECT_EQ(r.f.chkPS.Value(), 0);
-  EXPECT_EQ(r.f.chkRFI.Value(), 1);
-  EXPECT_TRUE(r.f.mnuHeaterState.Checked());
-  EXPECT_TRUE(r.f.mnuHtrStby.Checked());
-  EXPECT_FALSE(r.st.gInPanelUpdate);
-  EXPECT_TRUE(r.f.Timer1.TimerEnabled());
-}
-
 TEST_F(Transmit, PollFlippingTheTransmitterBoxSendsNothing) {
   constexpr int kOn = 16, kRemote = 4;
   r.u.gIsTWTA = true;
@@ -80,7 +50,7 @@ TEST_F(Transmit, PollFlippingTheTransmitterBoxSendsNothing) {
   EXPECT_FALSE(r.st.gInPanelUpdate);
 }
 
-TEST_F(Transmit, SwitchingOnPausesThePollAndRefreshesTheReadouts) {
+TEST_F(Transmit, SwitchingOnPausesThePollAndRefreshesTheUnitsReadouts) {
   r.u.gIsTWTA = true;
   r.s.Answer(".?P54", ".P54 0");
   r.tx.DisableConstPwrInput();
@@ -110,14 +80,14 @@ TEST_F(Transmit, SwitchingOnPausesThePollAndRefreshesTheReadouts) {
   EXPECT_GT(fwd, helix);
   EXPECT_GT(rfi, fwd);
   EXPECT_EQ(rfi, static_cast<int>(sent.size()) - 1);
-}
 
-TEST_F(Transmit, SolidStateUnitSkipsTheTubeReadouts) {
-  r.s.Answer(".?P54", ".P54 0");
-  r.f.chkPS.SetValue(1);
-  EXPECT_EQ(r.Sent("@"), 1);
-  EXPECT_EQ(IndexOf(r.s.sent, "?VI"), -1);
-  EXPECT_GT(IndexOf(r.s.sent, ".?P54"), 0);
+  test::PowerControlsRig solid;  // a solid-state unit has no tube readouts
+  solid.u.gProjectID = 10;
+  solid.s.Answer("@", "");
+  solid.s.Answer(".?P54", ".P54 0");
+  solid.f.chkPS.SetValue(1);
+  EXPECT_EQ(IndexOf(solid.s.sent, "?VI"), -1);
+  EXPECT_GT(IndexOf(solid.s.sent, ".?P54"), 0);
 }
 
 TEST_F(Transmit, ConstantPowerInputFollowsOnlyAnAcknowledgedSwitchOff) {
@@ -212,16 +182,6 @@ TEST_F(Transmit, AutoRestoreEntrySendsTheInverseOfItsMarkEvenInLocalMode) {
   EXPECT_FALSE(r.f.mnuAutoHVDisable.Checked());
   EXPECT_EQ(r.s.sent.back(), "PBA1");
   EXPECT_TRUE(r.s.dialogs.boxes.empty());
-}
-
-TEST_F(Transmit, AutoRestoreCountsAsDisabledOnlyWhenShownAndChecked) {
-  r.f.mnuAutoHVDisable.SetChecked(true);
-  r.f.mnuAutoHVDisable.SetVisible(false);
-  EXPECT_FALSE(r.tx.IsAutoXmitDisabled());
-  r.f.mnuAutoHVDisable.SetVisible(true);
-  EXPECT_TRUE(r.tx.IsAutoXmitDisabled());
-  r.f.mnuAutoHVDisable.SetChecked(false);
-  EXPECT_FALSE(r.tx.IsAutoXmitDisabled());
 }
 
 }  // namespace

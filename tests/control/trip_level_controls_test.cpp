@@ -81,23 +81,6 @@ TEST_F(TripTest, LevelFieldTakesOnlyANumber) {
   EXPECT_TRUE(r.s.dialogs.boxes.empty());
 }
 
-// ------------------------------------------------------------- remote mode
-
-TEST_F(TripTest, OutsideRemoteModeNothingIsSentAndTheChoiceStays) {
-  r.st.gRemoteMode = false;
-  r.f.txtFhiLvl.SetText("45.0");
-  r.f.cmbFhiTripType.SetListIndex(kAlarm);  // the operator's pick
-  EXPECT_EQ(r.BoxTitles(), std::vector<std::string>{"Communication Error"});
-  EXPECT_EQ(r.s.dialogs.boxes[0].text, "Not in Remote Mode");
-  EXPECT_EQ(r.f.cmbFhiTripType.ListIndex(), kAlarm);
-
-  // The key still reaches the field; Enter sets nothing.
-  EXPECT_EQ(r.Type(r.f.txtFhiLvl, kEnter), kEnter);
-  EXPECT_EQ(r.s.dialogs.boxes.size(), 2u);
-  EXPECT_FALSE(r.v.mEnterHandled);
-  EXPECT_TRUE(r.s.sent.empty());
-}
-
 // --------------------------------------------------------------- dBm/Watts
 
 TEST_F(TripTest, LevelGoesOutInDbmOnlyWhileTheUnitAndThePanelUseDbm) {
@@ -231,14 +214,6 @@ TEST(TripSetup, FactoryTripsAndTheMarginLeftByTheReadBefore) {
   EXPECT_EQ(r.v.gFactoryFwdTrip, "61.5");
   EXPECT_EQ(r.v.gFactoryRevTrip, "20.0");
   EXPECT_EQ(r.v.gFactoryTripMargin, "5");
-
-  // Nothing there: the default.
-  BandTripRig empty;
-  empty.s.Answer("YFTF?", "YFTF61.5");
-  empty.s.Answer("YFTR?", "YFTR");
-  empty.setup.InitFactoryTripLevels();
-  EXPECT_EQ(empty.v.gFactoryRevTrip, "0.0");
-  EXPECT_EQ(empty.v.gFactoryTripMargin, "0");
 }
 
 }  // namespace

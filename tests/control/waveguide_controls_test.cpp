@@ -74,29 +74,5 @@ TEST_F(WaveguideTest, APollWritingTheGroupSendsNothing) {
   EXPECT_EQ(r.s.sent, (std::vector<std::string>{"PC6"}));
 }
 
-TEST_F(WaveguideTest, OutsideRemoteModeNothingIsSent) {
-  r.st.gRemoteMode = false;
-
-  // A combo shows the box and keeps the operator's choice until the next
-  // status writes the unit's position.
-  r.f.cmbWgCfg.SetListIndex(3);
-  r.f.cmbWgSw2.SetListIndex(1);
-  EXPECT_EQ(r.f.cmbWgCfg.ListIndex(), 3);
-  EXPECT_EQ(r.f.cmbWgSw2.ListIndex(), 1);
-  EXPECT_EQ(r.BoxTitles(),
-            (std::vector<std::string>{"Communication Error", "Communication Error"}));
-  EXPECT_EQ(r.s.dialogs.boxes[0].text, "Not in Remote Mode");
-
-  // The check box snaps back, with a single box: the put-back is no second
-  // operator click.
-  r.s.dialogs.boxes.clear();
-  r.f.chkAutoMode.SetValue(1);
-  EXPECT_EQ(r.f.chkAutoMode.Value(), 0);
-  EXPECT_EQ(r.s.dialogs.boxes.size(), 1u);
-  EXPECT_FALSE(r.st.gInPanelUpdate);
-
-  EXPECT_TRUE(r.s.sent.empty());
-}
-
 }  // namespace
 }  // namespace amp::test

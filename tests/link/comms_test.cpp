@@ -26,22 +26,13 @@ TEST_F(CommsFixture, SerialExchange) {
   // Bytes left over from an earlier reply are dropped before sending.
   port.isOpen = true;
   port.Arrive("leftover");
-  port.onWrite = [this](const std::string&) {
-    port.Arrive(Reply("\x06"
-                      "A1@A\x03"),
-                30);
-  };
+  port.onWrite = [this](const std::string&) { port.Arrive(Reply("\006A1@A\003"), 30); };
   EXPECT_TRUE(comms.ExchangeCommand("1"));
   EXPECT_EQ(port.clears, 1);
-  EXPECT_EQ(comms.Link.RxMessage, Reply("\x06"
-                                        "A1@A\x03"));
+  EXPECT_EQ(comms.Link.RxMessage, Reply("\006A1@A\003"));
 
   // A refused command fails silently unless the caller asks for the box.
-  port.onWrite = [this](const std::string&) {
-    port.Arrive(
-        Reply("\x15"
-              "AK\x03"));
-  };
+  port.onWrite = [this](const std::string&) { port.Arrive(Reply("\025AK\003")); };
   EXPECT_FALSE(comms.ExchangeCommand("K99"));
   EXPECT_TRUE(dialogs.boxes.empty());
   EXPECT_FALSE(comms.ExchangeCommand("K99", true));
@@ -58,45 +49,26 @@ TEST_F(CommsFixture, SerialExchange) {
 
 TEST_F(CommsFixture, TcpFrameAndReply) {
   UseTcp();
-  sock.onSend = [this](const std::string&) {
-    sock.Deliver(Reply("\x06"
-                       "A1@A\x03") +
-                     "\r\n",
-                 5);
-  };
+  sock.onSend = [this](const std::string&) { sock.Deliver(Reply("\006A1@A\003") + "\r\n", 5); };
   EXPECT_TRUE(comms.ExchangeCommand("?!#("));
   ASSERT_EQ(sock.sent.size(), 1u);
   EXPECT_EQ(sock.sent[0], std::string("\x02\x41\x3F\x21\x23\x28\x03\x4D\x0D\x0A", 10));
   // The reply is kept through its CR; the LF in the same piece is dropped.
-  EXPECT_EQ(comms.Link.RxMessage, Reply("\x06"
-                                        "A1@A\x03") +
-                                      "\r");
+  EXPECT_EQ(comms.Link.RxMessage, Reply("\006A1@A\003") + "\r");
   EXPECT_TRUE(comms.mTcpRxBuffer.empty());
   EXPECT_TRUE(comms.gTcpReply.empty());
 
   // Neither checksum nor address is judged on TCP: only the first byte.
-  sock.onSend = [this](const std::string&) {
-    sock.Deliver(
-        "\x06"
-        "Zjunk\x03\x7f\r",
-        1);
-  };
+  sock.onSend = [this](const std::string&) { sock.Deliver("\006Zjunk\003\177\r", 1); };
   EXPECT_TRUE(comms.ExchangeCommand("1"));
-  sock.onSend = [this](const std::string&) {
-    sock.Deliver(Reply("\x15"
-                       "A1\x03") +
-                     "\r",
-                 1);
-  };
+  sock.onSend = [this](const std::string&) { sock.Deliver(Reply("\025A1\003") + "\r", 1); };
   EXPECT_FALSE(comms.ExchangeCommand("1"));
   EXPECT_EQ(comms.Link.RxMessage[0], NAK);  // the refusal stays readable
 }
 
 TEST_F(CommsFixture, TcpReplySplitAcrossSegmentsAndStrayLf) {
   UseTcp();
-  const std::string frame = Reply(
-      "\x06"
-      "A1@A\x03");
+  const std::string frame = Reply("\006A1@A\003");
   sock.onSend = [&](const std::string&) {
     sock.Deliver(frame.substr(0, 3), 2);
     sock.Deliver(frame.substr(3) + "\r", 10);
@@ -113,9 +85,7 @@ TEST_F(CommsFixture, TcpReplySplitAcrossSegmentsAndStrayLf) {
   EXPECT_FALSE(comms.ExchangeCommand("1"));
   EXPECT_EQ(comms.Link.RxMessage, "\n" + frame + "\r");
   // A checksum byte that happens to be CR ends the reply there.
-  std::string body =
-      "\x06"
-      "A";
+  std::string body = "\006A";
   body += static_cast<char>(0x06 ^ 0x41 ^ 0x03 ^ 0x0D);  // body byte chosen so the checksum is CR
   body += "\x03";
   ASSERT_EQ(XorChecksum(body), 0x0D);
@@ -140,24 +110,14 @@ TEST_F(CommsFixture, BabblingPeerCannotFillMemory) {
   }
   EXPECT_LE(comms.gTcpReply.size(), 2u * AmpLink::kMaxFrame);
   // The next exchange forgets all of it and takes its own reply.
-  sock.onSend = [this](const std::string&) {
-    sock.Deliver(Reply("\x06"
-                       "A1@A\x03") +
-                     "\r\n",
-                 2);
-  };
+  sock.onSend = [this](const std::string&) { sock.Deliver(Reply("\006A1@A\003") + "\r\n", 2); };
   EXPECT_TRUE(comms.ExchangeCommand("1"));
-  EXPECT_EQ(comms.Link.RxMessage, Reply("\x06"
-                                        "A1@A\x03") +
-                                      "\r");
+  EXPECT_EQ(comms.Link.RxMessage, Reply("\006A1@A\003") + "\r");
 }
 
 TEST_F(CommsFixture, TcpTimeoutAndLateReply) {
   UseTcp();
-  const std::string late = Reply(
-                               "\x06"
-                               "Alate\x03") +
-                           "\r\n";
+  const std::string late = Reply("\006Alate\003") + "\r\n";
   sock.onSend = [&](const std::string&) { sock.Deliver(late, 16000); };
   const int64_t t0 = clock.now;
   EXPECT_FALSE(comms.ExchangeCommand("1"));
@@ -223,8 +183,8 @@ TEST_F(CommsFixture, SocketEvents) {
   ASSERT_EQ(dialogs.boxes.size(), 1u);
   EXPECT_EQ(dialogs.boxes[0].title, "TCP/IP Socket Error");
   EXPECT_EQ(dialogs.boxes[0].text,
-            "Error No.: 10054\r\nDescr: Connection is reset by remote side\r\nScode: 0\r\n"
-            "Source: TcpSocket\r\n");
+            "Error No.: 10054\r\nDescr: Connection is reset by remote side\r\nScode: 0\r\nSource: "
+            "TcpSocket\r\n");
   EXPECT_FALSE(timer.enabled);
   EXPECT_EQ(sock.closes, 1);
   EXPECT_EQ(panel.caption, "Connect");

@@ -10,9 +10,7 @@ namespace {
 using namespace amp::test;
 
 struct PollFixture : ::testing::Test, LinkParts {
-  std::string answer = Reply(
-      "\x06"
-      "A?P@@@@@@@@@@@\x03");  // the unit's status block
+  std::string answer = Reply("\006A?P@@@@@@@@@@@\003");  // the unit's status block
 
   void SetUp() override {
     port.isOpen = true;
@@ -35,9 +33,7 @@ struct PollFixture : ::testing::Test, LinkParts {
 TEST_F(PollFixture, StatusBlockFields) {
   // The documented example reply: checksum 0x6B.
   EXPECT_EQ(static_cast<uint8_t>(answer.back()), 0x6B);
-  answer = Reply(
-      "\x06"
-      "A?PABCDEFGHIJK\x03");
+  answer = Reply("\006A?PABCDEFGHIJK\003");
   ASSERT_TRUE(comms.ReadStatusBlock());
   EXPECT_EQ(port.writes.back(), std::string("\x02\x41\x3F\x21\x23\x28\x03\x55", 8));
   EXPECT_EQ(comms.gRespFields[0], "PABC");
@@ -46,9 +42,7 @@ TEST_F(PollFixture, StatusBlockFields) {
 
   // One-character alarms: the query ends in 9 and the alarm is one character.
   comms.gOneCharAlarm = true;
-  answer = Reply(
-      "\x06"
-      "A?PQRSTUVWX\x03");
+  answer = Reply("\006A?PQRSTUVWX\003");
   ASSERT_TRUE(comms.ReadStatusBlock());
   EXPECT_EQ(port.writes.back().substr(2, 4), "?!#9");
   EXPECT_EQ(comms.gRespFields[2], "X");
@@ -63,37 +57,27 @@ TEST_F(PollFixture, StatusBlockFields) {
 TEST_F(PollFixture, ShortBlocksLeaveEarlierFields) {
   comms.gRespFields = {"s0", "f0", "a0"};
   // No "?" at all: failure, nothing touched.
-  answer = Reply(
-      "\x06"
-      "APABCDEFGHIJK\x03");
+  answer = Reply("\006APABCDEFGHIJK\003");
   EXPECT_FALSE(comms.ReadStatusBlock());
   EXPECT_EQ(comms.gRespFields[0], "s0");
   // Seven data characters: the frame ends before the alarm field.
-  answer = Reply(
-      "\x06"
-      "A?PABCDEF\x03");
+  answer = Reply("\006A?PABCDEF\003");
   EXPECT_FALSE(comms.ReadStatusBlock());
   EXPECT_EQ(comms.gRespFields[0], "PABC");
   EXPECT_EQ(comms.gRespFields[1], "f0");  // too short for the fault word
   // Eight data characters: the poll still passes, the alarm field takes the
   // end byte and checksum (the fields are located by count, not by ETX).
-  answer = Reply(
-      "\x06"
-      "A?PABCDEFG\x03");
+  answer = Reply("\006A?PABCDEFG\003");
   EXPECT_TRUE(comms.ReadStatusBlock());
   EXPECT_EQ(comms.gRespFields[1], "DEFG");
   EXPECT_EQ(comms.gRespFields[2], answer.substr(answer.size() - 2));
   // A refused poll.
-  answer = Reply(
-      "\x15"
-      "A?\x03");
+  answer = Reply("\025A?\003");
   EXPECT_FALSE(comms.ReadStatusBlock());
 }
 
 TEST_F(PollFixture, GoodPollUpdatesPanelInOrder) {
-  answer = Reply(
-      "\x06"
-      "A?PABCDEFGHIJK\x03");
+  answer = Reply("\006A?PABCDEFGHIJK\003");
   comms.session.gMissedPolls = 0;
   EXPECT_TRUE(comms.UpdateStatus());
   const std::vector<std::string> expected = {"summary:PABC", "fault:DEFG", "alarm:HIJK",
@@ -118,9 +102,7 @@ TEST_F(PollFixture, ThirdMissEndsSession) {
   EXPECT_TRUE(timer.enabled);
 
   // Two misses and a good poll restore the full tolerance.
-  answer = Reply(
-      "\x06"
-      "A?P@@@@@@@@@@@\x03");
+  answer = Reply("\006A?P@@@@@@@@@@@\003");
   EXPECT_TRUE(comms.UpdateStatus());
   EXPECT_EQ(comms.session.gMissedPolls, 2);
   answer.clear();

@@ -18,7 +18,7 @@ bool Sent(const ScriptedUnit& u, const std::string& command) {
   return std::find(u.sent.begin(), u.sent.end(), command) != u.sent.end();
 }
 
-TEST(UnitType, TubeAmplifierOfProject127) {
+TEST(UnitType, IdentityVersionAndProjectRulesOfOneUnit) {
   ScriptedUnit s;
   s.Answer("YT", "YTTWTA 715-0127-005");
   s.Answer("0C", "0C1.07");
@@ -26,118 +26,61 @@ TEST(UnitType, TubeAmplifierOfProject127) {
   s.Answer("YIF?", "YIF1234");
   UnitDescriptor u;
   DetermineUnitType(s.comms, u);
-
   EXPECT_TRUE(u.gIsTWTA);
-  EXPECT_FALSE(u.gIsKPA);
   EXPECT_EQ(u.gProjectID, 127);
-  EXPECT_EQ(u.gFWPartNumber, "715-0127-005");
+  EXPECT_TRUE(u.gIsProject127);
   EXPECT_EQ(u.gFWPartNumberReported, "715-0127-005");
   EXPECT_EQ(u.gBootVersion, "1.07");
-  EXPECT_TRUE(u.gIsProject127);
-  EXPECT_FALSE(u.gNewDualTWT);
-  EXPECT_FALSE(u.gHasCathodeScalar);
-  EXPECT_FALSE(u.gExtRefFamily);
-  EXPECT_FALSE(u.gFWFamilyA || u.gFWFamilyB || u.gFWFamilyC || u.gFWFamilyD);
-  EXPECT_EQ(u.txtPN, "426-0127-005");
   EXPECT_EQ(u.gUnitPartNumber, "426-0127-005");
-  EXPECT_EQ(u.txtSN, "SN1234");
   EXPECT_EQ(u.gUnitSerialNumber, "SN1234");
-  EXPECT_EQ(u.txtFrmRev, "5.30");
   EXPECT_EQ(u.gFWVersion, 530);
   EXPECT_EQ(u.txtCplDate, "Nov 01 2008");
-  EXPECT_FALSE(u.gTouchScreen);
-  EXPECT_EQ(u.gSecondaryVersion, "");
   EXPECT_FALSE(Sent(s, "0S"));  // only touch-screen projects are asked
-
   SetProjectSpecificValues(s.comms, u);
-  EXPECT_TRUE(u.gHeaterFault);
-  EXPECT_FALSE(u.g3PhaseFault || u.g3PhaseFault2);
-  EXPECT_TRUE(u.gExtRefPresetFault);
-  EXPECT_TRUE(u.gExtRefLockFault);
-  EXPECT_FALSE(u.gWGPressureFault || u.gWGArc1Fault || u.gWGArc2Fault);
-  EXPECT_FALSE(u.g24VPresentFault);
-  EXPECT_FALSE(u.gPICProcessor);
   EXPECT_TRUE(u.gNetburnerProcessor);
-  // A TWTA above revision 523 keeps a fault option word.
-  EXPECT_TRUE(u.gFaultOptions);
-  EXPECT_EQ(u.gFaultOptionWord, 1234);
-  EXPECT_FALSE(u.gLinearizerFault);
-  EXPECT_TRUE(u.gExtRefFault);
-  EXPECT_EQ(u.gAtnCountCommand, ".D1");
-  // Project 127 takes "C" even with a compile date on the boundary day.
-  EXPECT_TRUE(u.gCommandCSupport);
+  EXPECT_EQ(u.gFaultOptionWord, 1234);  // a TWTA above revision 523
+  EXPECT_TRUE(u.gCommandCSupport);      // 127 even on the boundary day
 }
 
-TEST(UnitType, DualTubeAmplifierWithCathodeScalar) {
-  ScriptedUnit s;
-  s.Answer("YT", "YTT 715-2251-004 Rev B");
-  s.Answer("0C", "0C2.00");
-  s.Answer("00", VersionBody("2251-004", "DT0007", "4.50", "Dec 12 2009"));
-  UnitDescriptor u;
-  DetermineUnitType(s.comms, u);
-  EXPECT_TRUE(u.gIsTWTA);
-  EXPECT_EQ(u.gProjectID, 108);
-  EXPECT_EQ(u.gFWPartNumber, "715-2251-004");
-  EXPECT_TRUE(u.gNewDualTWT);
-  EXPECT_TRUE(u.gHasCathodeScalar);
-  EXPECT_FALSE(u.gIsProject127);
-  EXPECT_EQ(u.gFWVersion, 450);
-
-  SetProjectSpecificValues(s.comms, u);
-  // The dual-tube builds carry heater and external reference faults and the
-  // ".D1" count command whatever their project number.
-  EXPECT_TRUE(u.gHeaterFault);
-  EXPECT_TRUE(u.gExtRefPresetFault);
-  EXPECT_TRUE(u.gExtRefLockFault);
-  EXPECT_EQ(u.gAtnCountCommand, ".D1");
-  // Revision 450 of a TWTA is too old for fault options: no "YIF?" at all.
-  EXPECT_FALSE(u.gFaultOptions);
-  EXPECT_EQ(u.gFaultOptionWord, 0);
-  EXPECT_FALSE(Sent(s, "YIF?"));
-  EXPECT_FALSE(u.gNetburnerProcessor);
-  EXPECT_TRUE(u.gCommandCSupport);  // compiled after 2008-11-01
+TEST(UnitType, DualTubeAndSolidStateBuildsKeepTheirOwnRules) {
+  const struct {
+    const char* identity;
+    const char* version;
+    int32_t project;
+    bool dualTube;  // heater and external reference faults, cathode scalar, ".D1"
+    bool commandC;
+  } rows[] = {{"T 715-2251-004 Rev B", "4.50 Dec 12 2009", 108, true, true},
+              // Above revision 255 an SSPA would have fault options; 102 never has.
+              {"SSPA 715-0102-001", "3.00 Oct 31 2008", 102, false, false}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.identity);
+    ScriptedUnit s;
+    s.Answer("YT", std::string("YT") + row.identity);
+    const std::string v = row.version;
+    s.Answer("00", VersionBody("2251-004", "S", v.substr(0, 4), v.substr(5)));
+    UnitDescriptor u;
+    DetermineUnitType(s.comms, u);
+    SetProjectSpecificValues(s.comms, u);
+    EXPECT_EQ(u.gProjectID, row.project);
+    EXPECT_EQ(u.gNewDualTWT && u.gHasCathodeScalar, row.dualTube);
+    EXPECT_EQ(u.gHeaterFault && u.gExtRefPresetFault && u.gExtRefLockFault, row.dualTube);
+    EXPECT_EQ(u.gAtnCountCommand, row.dualTube ? ".D1" : ".D9");
+    EXPECT_FALSE(u.gFaultOptions);  // the tube's revision 450 is too old as well
+    EXPECT_FALSE(Sent(s, "YIF?"));
+    EXPECT_EQ(u.gCommandCSupport, row.commandC);  // compiled after 2008-11-01
+  }
 }
 
-TEST(UnitType, SolidStateAmplifierOfProject102) {
-  ScriptedUnit s;
-  s.Answer("YT", "YTSSPA 715-0102-001");
-  s.Answer("0C", "0C1.00");
-  s.Answer("00", VersionBody("0102-001", "S55", "3.00", "Oct 31 2008"));
-  UnitDescriptor u;
-  DetermineUnitType(s.comms, u);
-  EXPECT_FALSE(u.gIsTWTA);
-  EXPECT_EQ(u.gProjectID, 102);
-  EXPECT_EQ(u.gFWVersion, 300);
-
-  SetProjectSpecificValues(s.comms, u);
-  // Above revision 255 an SSPA would have fault options; 102 never has.
-  EXPECT_FALSE(u.gFaultOptions);
-  EXPECT_EQ(u.gFaultOptionWord, 0);
-  EXPECT_FALSE(Sent(s, "YIF?"));
-  EXPECT_FALSE(u.gHeaterFault);
-  EXPECT_FALSE(u.gExtRefPresetFault);
-  EXPECT_EQ(u.gAtnCountCommand, ".D9");
-  EXPECT_FALSE(u.gCommandCSupport);  // compiled before 2008-11-01
-}
-
-TEST(UnitType, FrequencyBlockUnit2295) {
+TEST(UnitType, FirmwareFamilyDStaysUntilCleared) {
   ScriptedUnit s;
   s.Answer("YT", "YTS 715-2295-001");
   s.Answer("YT", "YTS 715-2243-004");
-  s.Answer("0C", "0C");
-  s.Answer("00", VersionBody("2295-001", "F1", "1.10", "2010-03-04"));
   UnitDescriptor u;
   u.gFWFamilyA = true;  // as a previous unit left it
   DetermineUnitType(s.comms, u);
-  EXPECT_FALSE(u.gIsTWTA);
   EXPECT_EQ(u.gProjectID, 139);
   EXPECT_TRUE(u.gFWFamilyD);
   EXPECT_TRUE(u.gFWFamilyA);  // family D leaves A to C as they stand
-  EXPECT_EQ(u.gBootVersion, "");
-  SetProjectSpecificValues(s.comms, u);
-  EXPECT_TRUE(u.gNetburnerProcessor);
-
-  // Family D stays through a later identity until the descriptor is cleared.
   DetermineUnitType(s.comms, u);
   EXPECT_EQ(u.gProjectID, 107);
   EXPECT_TRUE(u.gFWFamilyD);
@@ -159,14 +102,7 @@ TEST(UnitType, UnitWithoutFirmwareIdentity) {
   EXPECT_EQ(u.gFWPartNumber, "715-2274-00X");
   EXPECT_TRUE(u.gFWFamilyA);
   EXPECT_TRUE(u.gIsProject127);  // not cleared by a different project
-  EXPECT_FALSE(u.gExtRefFamily);
-  EXPECT_EQ(u.gBootVersion, "");
   EXPECT_EQ(u.gFWVersion, 150);
-
-  SetProjectSpecificValues(s.comms, u);
-  EXPECT_EQ(u.gAtnCountCommand, ".D9");
-  // "NOT SET" is no date; with no identity the unit is taken to know "C".
-  EXPECT_TRUE(u.gCommandCSupport);
 }
 
 TEST(UnitType, PartNumberTable) {
@@ -340,19 +276,6 @@ TEST(UnitType, OptionFlagsByProject) {
   EXPECT_TRUE(u.gExtRefFault);  // every unit
   EXPECT_EQ(u.gAtnCountCommand, ".D9");
 
-  // The three rules outside the sequence leave their flags alone until run.
-  UnitDescriptor r = OptionsFor(30);
-  EXPECT_FALSE(r.gRevPowerTemperature);
-  ScriptedUnit s;
-  SetUnitRevPowerTemperatureOption(s.comms, r);
-  EXPECT_TRUE(r.gRevPowerTemperature);
-  r.gFWPartNumber = "715-2243-007";
-  SetPwrMisMatchAlarmOption(s.comms, r);
-  EXPECT_TRUE(r.gPwrMisMatchAlarm);
-  r.gCurrentSenseOption = true;
-  SetUnitCurrentSenseOption(s.comms, r);
-  EXPECT_FALSE(r.gCurrentSenseOption);
-
   // Touch screen: projects 500, 99, 510.
   ScriptedUnit t;
   UnitDescriptor ts;
@@ -425,11 +348,8 @@ TEST(UnitType, ClearGoesBackToNoUnit) {
   u.txtCplDate = "Nov 01 2008";
   u.Clear();
   const UnitDescriptor fresh;
-  EXPECT_FALSE(u.gIsProject127);
-  EXPECT_EQ(u.gFWPartNumberReported, "");
-  EXPECT_EQ(u.gUnitSerialNumber, "");
-  EXPECT_EQ(u.txtCplDate, "");
-  EXPECT_FALSE(u.gFaultOptions);
+  EXPECT_FALSE(u.gIsProject127 || u.gFaultOptions);
+  EXPECT_EQ(u.gFWPartNumberReported + u.gUnitSerialNumber + u.txtCplDate, "");
   EXPECT_EQ(u.gProjectID, fresh.gProjectID);
   EXPECT_EQ(u.gUnitCfgFlags, -1);  // the configuration word is unread
   EXPECT_EQ(u.gAtnCountCommand, fresh.gAtnCountCommand);
