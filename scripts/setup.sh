@@ -9,7 +9,7 @@ PACKAGES=(
   libgl-dev
   libxlsxwriter-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
-  clang libclang-rt-14-dev
+  clang libclang-rt-14-dev clang-format clang-tidy python3 git
   xvfb xauth
   qt6-qpa-plugins fonts-dejavu-core
 )

@@ -24,6 +24,7 @@
 #include "link/comms.h"
 #include "link/link_panel.h"
 #include "link/unit_search.h"
+#include "model/unit_descriptor.h"
 #include "platform/com_slots.h"
 #include "platform/comm_port.h"
 #include "platform/dialogs.h"
@@ -31,7 +32,6 @@
 #include "platform/settings_store.h"
 #include "platform/tcp_socket.h"
 #include "unit/first_read.h"
-#include "model/unit_descriptor.h"
 
 namespace amp {
 

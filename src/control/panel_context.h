@@ -9,8 +9,8 @@
 #include "display/session_values.h"
 #include "display/status_display.h"
 #include "link/comms.h"
-#include "platform/dialogs.h"
 #include "model/unit_descriptor.h"
+#include "platform/dialogs.h"
 
 namespace amp {
 

@@ -22,8 +22,8 @@
 #include "display/session_values.h"
 #include "display/status_display.h"
 #include "e2e/profile_host.h"
-#include "unit/first_read.h"
 #include "model/unit_descriptor.h"
+#include "unit/first_read.h"
 
 namespace amp {
 namespace {

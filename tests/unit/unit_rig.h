@@ -10,9 +10,9 @@
 #include "display/panel_state.h"
 #include "display/session_values.h"
 #include "display/status_display.h"
+#include "model/unit_descriptor.h"
 #include "support/scripted_unit.h"
 #include "unit/first_read.h"
-#include "model/unit_descriptor.h"
 
 namespace amp::test {
 
