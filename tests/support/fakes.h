@@ -25,7 +25,7 @@
 #include <gtest/gtest.h>
 #define AMP_FAKE_FAILURE(message) ADD_FAILURE() << (message)
 #else
-#define AMP_FAKE_FAILURE(message) std::abort()
+#define AMP_FAKE_FAILURE(message) (static_cast<void>(message), std::abort())
 #endif
 
 namespace amp::test {
@@ -118,10 +118,10 @@ class FakeCommPort : public CommPort {
   bool PortOpen() const override { return isOpen; }
   void SetInputLen(int n) override { inputLen = n; }
   int InBufferCount() override {
-    int n = 0;
-    for (auto& [t, c] : incoming_)
-      if (t <= clock_.now) ++n;
-    return n;
+    // The bytes are kept in order of arrival, so those due come first.
+    return static_cast<int>(std::upper_bound(incoming_.begin(), incoming_.end(), clock_.now,
+                                             [](int64_t v, const auto& e) { return v < e.first; }) -
+                            incoming_.begin());
   }
   void SetInBufferCount(int n) override {
     if (n != 0) return;
