@@ -11,6 +11,9 @@
 #include <string>
 #include <string_view>
 
+#include "link/comms.h"
+#include "support/recording_panel.h"
+
 #define AMP_FUZZ_CHECK(cond)                                                                   \
   do {                                                                                         \
     if (!(cond)) {                                                                             \
@@ -44,43 +47,43 @@ class ByteReader {
   size_t pos_ = 0;
 };
 
-// AMPDESK_FUZZ_VERBOSE=1 prints what each operation of a run did, for
-// reading a crash input by hand; fuzzing runs leave it off.
-inline bool Verbose() {
-  static const bool on = [] {
-    const char* v = std::getenv("AMPDESK_FUZZ_VERBOSE");
-    return v != nullptr && v[0] == '1';
-  }();
-  return on;
-}
-
-// Bytes as text with the control bytes named, for the verbose lines.
-inline std::string Printed(std::string_view bytes, size_t limit = 80) {
-  static const char* const kNames[] = {"NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL",
-                                       "BS",  "HT",  "LF",  "VT",  "FF",  "CR",  "SO",  "SI",
-                                       "DLE", "DC1", "DC2", "DC3", "DC4", "NAK", "SYN", "ETB",
-                                       "CAN", "EM",  "SUB", "ESC", "FS",  "GS",  "RS",  "US"};
-  std::string out;
-  for (size_t i = 0; i < bytes.size() && i < limit; ++i) {
-    const auto c = static_cast<unsigned char>(bytes[i]);
-    if (c < 32) {
-      out += '<';
-      out += kNames[c];
-      out += '>';
-    } else if (c >= 127) {
-      char hex[8];
-      std::snprintf(hex, sizeof hex, "<%02X>", c);
-      out += hex;
-    } else {
-      out += static_cast<char>(c);
-    }
-  }
-  if (bytes.size() > limit) out += "...(" + std::to_string(bytes.size()) + " bytes)";
-  return out;
-}
-
 // A delay byte: milliseconds as is, or in steps of 64 ms (up to 16.3 s, past
 // every time-out of the link) when the scale bit is set.
 inline int64_t DelayMs(bool coarse, uint8_t d) { return coarse ? int64_t{d} * 64 : int64_t{d}; }
+
+// What a status poll leaves, over either link: the three words are found by
+// count after the first "?" of the reply (4, 4, then 1 or 4 characters; a
+// block two or three characters short still passes, the alarm word then
+// taking the end byte and checksum as the unit's hosts always did), they
+// reach the panel in order, and a miss counts down from 2 until the third
+// in a row ends the session. `exchanged`: the reply came back acknowledged.
+inline void CheckPoll(const Comms& comms, const test::RecordingPanel& panel, bool timerEnabled,
+                      bool ok, bool exchanged, int16_t missedBefore) {
+  const std::string& rx = comms.Link.RxMessage;
+  const size_t q = rx.find('?');
+  AMP_FUZZ_CHECK(ok == (exchanged && q != std::string::npos && rx.size() >= q + 11));
+  AMP_FUZZ_CHECK(comms.session.gMissedPolls >= 0 && comms.session.gMissedPolls <= 2);
+  if (ok) {
+    const auto& f = comms.gRespFields;
+    AMP_FUZZ_CHECK(f[0] == rx.substr(q + 1, 4) && f[1] == rx.substr(q + 5, 4));
+    AMP_FUZZ_CHECK(f[2] == rx.substr(q + 9, comms.gOneCharAlarm ? 1 : 4));
+    AMP_FUZZ_CHECK(f[0].size() == 4 && f[1].size() == 4);
+    if (comms.gOneCharAlarm) {
+      AMP_FUZZ_CHECK(f[2].size() == 1);
+    } else {
+      AMP_FUZZ_CHECK(f[2].size() >= 2 && f[2].size() <= 4);
+      AMP_FUZZ_CHECK(f[2].size() == 4 || rx.size() < q + 13);
+    }
+    // The socket's events during the wait may have logged first.
+    const auto& log = panel.log;
+    const auto at = std::find(log.begin(), log.end(), "summary:" + f[0]);
+    AMP_FUZZ_CHECK(log.end() - at >= 3 && at[1] == "fault:" + f[1] && at[2] == "alarm:" + f[2]);
+    AMP_FUZZ_CHECK(comms.session.gMissedPolls == 2);
+  } else if (missedBefore > 0) {
+    AMP_FUZZ_CHECK(comms.session.gMissedPolls == missedBefore - 1);
+  } else {
+    AMP_FUZZ_CHECK(comms.session.gMissedPolls == 0 && panel.Saw("ClearForm") && !timerEnabled);
+  }
+}
 
 }  // namespace amp::fuzz

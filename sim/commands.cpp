@@ -4,12 +4,12 @@
 
 namespace amp::sim {
 
-void CommandTable::Add(std::string mnemonic, Handler handler, bool remoteOnly) {
+void CommandTable::Add(std::string mnemonic, Handler handler) {
   if (mnemonic.empty()) return;
   std::erase_if(entries_, [&](const Entry& e) { return e.mnemonic == mnemonic; });
   auto pos = std::find_if(entries_.begin(), entries_.end(),
                           [&](const Entry& e) { return e.mnemonic.size() < mnemonic.size(); });
-  entries_.insert(pos, Entry{std::move(mnemonic), std::move(handler), remoteOnly});
+  entries_.insert(pos, Entry{std::move(mnemonic), std::move(handler)});
 }
 
 const CommandTable::Entry* CommandTable::Find(std::string_view text) const {
@@ -22,7 +22,6 @@ const CommandTable::Entry* CommandTable::Find(std::string_view text) const {
 Reply CommandTable::Dispatch(UnitState& unit, std::string_view text) const {
   const Entry* e = Find(text);
   if (!e) return Reply::Nak(std::string(text));
-  if (e->remoteOnly && !unit.remote) return Reply::Nak(e->mnemonic);
   return e->handler(unit, text.substr(e->mnemonic.size()));
 }
 

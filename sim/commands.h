@@ -20,8 +20,6 @@
 //      (sim/profiles/*.profile) and list its family in the README there.
 //   3. Add it to the index probes of tests/sim/language_test.cpp with the
 //      pattern its host reader needs.
-// A one-off command can still be registered at run time through
-// Simulator::AddCommand with a plain `Reply(UnitState&, args)` handler.
 // Handlers run on the simulator's thread with its lock held: they must not
 // block or call back into the Simulator.
 #pragma once
@@ -50,30 +48,22 @@ class CommandTable {
   struct Entry {
     std::string mnemonic;
     Handler handler;
-    bool remoteOnly = false;
   };
 
   // Adds a command, replacing one with the same mnemonic. An empty mnemonic
   // is ignored: it would swallow every request.
-  void Add(std::string mnemonic, Handler handler, bool remoteOnly = false);
+  void Add(std::string mnemonic, Handler handler);
 
   // The entry whose mnemonic is the longest prefix of `text`, or nullptr.
   const Entry* Find(std::string_view text) const;
 
-  // Runs the matching handler. Unknown commands get a NAK echoing the text;
-  // remote-only commands in local mode get a NAK echoing the mnemonic.
+  // Runs the matching handler. Unknown commands get a NAK echoing the text.
   Reply Dispatch(UnitState& unit, std::string_view text) const;
-
-  size_t size() const { return entries_.size(); }
 
  private:
   std::vector<Entry> entries_;  // longest mnemonic first
 };
 
-// Status poll: "?" + summary(4) + fault(4) + alarm(4).
-inline constexpr std::string_view kStatusPoll = "?!#(";
-// Short status poll: the alarm group shrinks to its first word.
-inline constexpr std::string_view kShortStatusPoll = "?!#9";
 // Unit identification: "1" + the id word as two 6-bit characters.
 inline constexpr std::string_view kUnitIdQuery = "1";
 
@@ -87,7 +77,5 @@ CommandTable StandardCommands();
 // True for a name that may stand in a profile's `lacks` list: a family of the
 // command language ("buc", "lldp", "alarm_words" ...) or "param.N".
 bool IsCommandFamily(std::string_view name);
-// All family names of the language, sorted.
-std::vector<std::string> CommandFamilies();
 
 }  // namespace amp::sim

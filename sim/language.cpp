@@ -1258,12 +1258,6 @@ CommandTable StandardCommands() {
   return table;
 }
 
-std::vector<std::string> CommandFamilies() {
-  std::set<std::string> names;
-  for (const Row& row : Rows()) names.insert(row.family);
-  return {names.begin(), names.end()};
-}
-
 bool IsCommandFamily(std::string_view name) {
   if (name.starts_with("param.") && name.size() > 6 &&
       name.substr(6).find_first_not_of("0123456789") == std::string_view::npos)

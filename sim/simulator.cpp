@@ -201,11 +201,6 @@ void Simulator::SetFaults(const Faults& faults) {
   Wake();  // babble may have been switched on
 }
 
-Simulator::Faults Simulator::GetFaults() const {
-  std::lock_guard<std::mutex> lock(mu_);
-  return faults_;
-}
-
 bool Simulator::SetStatus(std::string_view summary, std::string_view fault, std::string_view alarm,
                           std::string* error) {
   StatusWords s, f, a;
@@ -241,16 +236,6 @@ std::vector<std::string> Simulator::ReceivedFrames() const {
 void Simulator::ClearReceivedFrames() {
   std::lock_guard<std::mutex> lock(mu_);
   received_.clear();
-}
-
-UnitState Simulator::State() const {
-  std::lock_guard<std::mutex> lock(mu_);
-  return state_;
-}
-
-void Simulator::AddCommand(std::string mnemonic, Handler handler, bool remoteOnly) {
-  std::lock_guard<std::mutex> lock(mu_);
-  commands_.Add(std::move(mnemonic), std::move(handler), remoteOnly);
 }
 
 void Simulator::Wake() {

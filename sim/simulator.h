@@ -62,13 +62,11 @@ class Simulator {
   bool Start(std::string* error);
   // Stops the thread and closes everything; safe to call twice.
   void Stop();
-  bool Running() const { return thread_.joinable(); }
 
   int TcpPort() const;             // the bound port, or -1
   std::string SerialPath() const;  // e.g. /dev/pts/7, or ""
 
   void SetFaults(const Faults& faults);
-  Faults GetFaults() const;
 
   // Status groups as sent, e.g. ("P@@@", "@@@@", "@@@@").
   bool SetStatus(std::string_view summary, std::string_view fault, std::string_view alarm,
@@ -92,9 +90,6 @@ class Simulator {
     std::lock_guard<std::mutex> lock(mu_);
     return f(state_);
   }
-  UnitState State() const;
-
-  void AddCommand(std::string mnemonic, Handler handler, bool remoteOnly = false);
 
  private:
   struct Channel {

@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "qt/sim_process.h"
+#include "sim/profile.h"
 
 namespace amp::e2e {
 
@@ -132,29 +133,12 @@ inline std::string ReadAll(const std::string& path) {
   return all.str();
 }
 
-// The [values] of a unit profile, as the simulator reads them.
+// The values of a unit profile, as the simulator reads them.
 inline std::map<std::string, std::string> ProfileValues(const std::string& name) {
-  const fs::path file = fs::path(AMPSIM_PROFILE_DIR) / (name + ".profile");
-  std::ifstream in(file);
-  EXPECT_TRUE(in) << file;
-  std::map<std::string, std::string> values;
-  bool inValues = false;
-  for (std::string line; std::getline(in, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    if (line[0] == '[') {
-      inValues = line.rfind("[values]", 0) == 0;
-      continue;
-    }
-    const auto eq = line.find('=');
-    if (!inValues || eq == std::string::npos) continue;
-    auto trim = [](std::string s) {
-      s.erase(0, s.find_first_not_of(" \t"));
-      s.erase(s.find_last_not_of(" \t\r") + 1);
-      return s;
-    };
-    values[trim(line.substr(0, eq))] = trim(line.substr(eq + 1));
-  }
-  return values;
+  sim::UnitState unit;
+  std::string error;
+  EXPECT_TRUE(sim::LoadProfile(sim::ResolveProfile(name), unit, &error)) << name << ": " << error;
+  return {unit.values.begin(), unit.values.end()};
 }
 
 }  // namespace amp::e2e

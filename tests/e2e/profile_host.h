@@ -1,5 +1,7 @@
 // The host's real parts (QSerialPort on the simulator's pseudo-terminal,
-// QTcpSocket on loopback) around one simulated unit that runs a profile.
+// QTcpSocket on loopback) around one simulated unit, run from a profile or
+// from options of its own. The unit must raise no box unless the test says
+// which it expects.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -20,62 +22,60 @@
 
 namespace amp::test {
 
-class ProfileHost {
- public:
-  ProfileHost(const std::string& profile, bool serial) : unit_(OptionsFor(profile, serial)) {
+struct ProfileHost {
+  explicit ProfileHost(sim::Simulator::Options o) : unit(std::move(o)) {
     std::string err;
-    started_ = unit_.Start(&err);
-    EXPECT_TRUE(started_) << err;
-    comms.Link.SetCommControl(&port_);
+    started = unit.Start(&err);
+    EXPECT_TRUE(started) << err;
+    comms.Link.SetCommControl(&port);
     comms.Link.SetMsgTimeout(1.0f);
+    dialogs.ExpectNoBox();
   }
+  ProfileHost(const std::string& profile, bool serial) : ProfileHost(Options(profile, serial)) {}
 
-  // Points the link at the unit: the pseudo-terminal as COM1 at 9600,N,8,1
-  // and `address`, or a connected socket.
-  bool Connect(bool serial, char address) {
-    if (!started_) return false;
-    comms.Link.SetDeviceAddress(std::string(1, address));
-    if (serial) {
-      slots_.Bind(1, unit_.SerialPath());
-      comms.Link.SetCommSettings("9600,N,8,1");
-      comms.Link.SetPortNumber(1);
-      return true;
-    }
-    comms.gUseEnet = true;
-    sock_.SetRemoteHost("127.0.0.1");
-    sock_.SetRemotePort(unit_.TcpPort());
-    sock_.Connect();
-    return PumpUntil([&] { return sock_.State() == TcpSocket::sckConnected; }, 3000);
-  }
-
-  int TcpPort() const { return unit_.TcpPort(); }
-  std::vector<std::string> Received() const { return unit_.ReceivedFrames(); }
-
- private:
-  static sim::Simulator::Options OptionsFor(const std::string& profile, bool serial) {
+  static sim::Simulator::Options Options(const std::string& profile, bool serial) {
     sim::Simulator::Options o;
     o.tcpPort = 0;
     o.tcp = !serial;
     o.serial = serial;
     std::string err;
-    EXPECT_TRUE(sim::LoadProfile(sim::ResolveProfile(profile), o.unit, &err))
-        << profile << ": " << err;
+    if (!profile.empty())
+      EXPECT_TRUE(sim::LoadProfile(sim::ResolveProfile(profile), o.unit, &err))
+          << profile << ": " << err;
     return o;
   }
 
-  sim::Simulator unit_;
-  bool started_ = false;
-  ComSlots slots_;
-  QtCommPort port_{slots_};
-  QtTcpSocket sock_;
-  QtTimer timer_;
-  QtEventPump pump_;
-  QtClock clock_;
-  FakeDialogs dialogs_;
-  RecordingPanel panel_;
+  // Points the link at the unit: the pseudo-terminal as COM1 with `settings`
+  // and `address`, or a connected socket.
+  bool Connect(bool serial, char address, const std::string& settings = "9600,N,8,1") {
+    if (!started) return false;
+    comms.Link.SetDeviceAddress(std::string(1, address));
+    if (serial) {
+      slots.Bind(1, unit.SerialPath());
+      comms.Link.SetCommSettings(settings);
+      comms.Link.SetPortNumber(1);
+      return true;
+    }
+    comms.gUseEnet = true;
+    sock.SetRemoteHost("127.0.0.1");
+    sock.SetRemotePort(unit.TcpPort());
+    sock.Connect();
+    return PumpUntil([&] { return sock.State() == TcpSocket::sckConnected; }, 3000);
+  }
 
- public:
-  Comms comms{LinkHost{sock_, timer_, pump_, clock_, dialogs_}, panel_};
+  int TcpPort() const { return unit.TcpPort(); }
+
+  sim::Simulator unit;
+  bool started = false;
+  ComSlots slots;
+  QtCommPort port{slots};
+  QtTcpSocket sock;
+  QtTimer timer;
+  QtEventPump pump;
+  QtClock clock;
+  FakeDialogs dialogs;
+  RecordingPanel panel;
+  Comms comms{LinkHost{sock, timer, pump, clock, dialogs}, panel};
 };
 
 }  // namespace amp::test

@@ -1,10 +1,11 @@
 // The unit's command language from the unit's side: every mnemonic of the
-// host's index answered (or deliberately refused) by every profile, set
-// commands read back by their queries, local mode, actions on the status
-// words, wandering readouts, logs and calibration tables.
+// host's index answered (or deliberately refused) by every profile, settings
+// read back in the form the host writes them, local mode, actions on the
+// status words, wandering readouts, logs and calibration tables.
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <regex>
 #include <set>
 #include <string>
@@ -60,14 +61,18 @@ Status Poll(UnitState& unit) {
 const std::vector<std::string> kProfiles = {"sspa120", "sspa102",    "bucsspa", "fbdc2295",
                                             "twta127", "dualtwt108", "oldunit"};
 
-// One command of the index as the host sends it. `body` is what the host's
-// reader needs to find (from its request, location pattern and position
-// test); sets and actions have none, their reply counts only as ACK or NAK.
-// `before` is sent first (a table write needs its begin).
+// One command of the host's index. `body` is what the host's reader needs to
+// find in the reply (from its request, location pattern and position test);
+// sets and actions have none, their reply counts only as ACK or NAK. A query
+// marked kEcho is a setting whose reply is also the command that writes it:
+// sent back, it must be taken and read back unchanged. `before` is sent first
+// (a table write needs its begin).
+constexpr bool kEcho = true;
 struct Probe {
   const char* request;
   const char* family;
   const char* body = nullptr;
+  bool echo = false;
   const char* before = nullptr;
 };
 
@@ -77,48 +82,33 @@ const std::vector<Probe>& IndexProbes() {
       {"?!#(", "alarm_words", R"(\?[@-\x7F]{12})"},
       {"?!#9", "status", R"(\?[@-\x7F]{9})"},
       {"?!", "status", R"(\?[@-\x7F]{4})"},
-      {"?#", "status", R"(\?[@-\x7F]{4})"},
       {"?(", "alarm_words", R"(\?[@-\x7F]{4})"},
       {"1", "unit_id", R"(1[@-\x7F]{2})"},
       {"00", "version", R"(00\d{4}-\d{3}/[^/]+/[^/]+/[ -~]+)"},
       {"0S", "serial_text", R"(0S[ -~]+)"},
       {"0C", "cpld", R"(0C[ -~]+)"},
       {"YT", "identity", R"(YT[ -~]+715-\d{4}-\d{3}[ -~]*)"},
-      {"YM?", "cfg_word", R"(YM\d+)"},
-      {"YM513", "cfg_word"},
+      {"YM?", "cfg_word", R"(YM\d+)", kEcho},
       {"YK426-9999-001", "part_number"},
       {"YLQ123", "serial_number"},
       {".?P131", "param.131", R"(\.P131 [ -~]{20})"},
       {"?%", "clock", R"(\?[ -~]+)"},
       {"%2024/04/01,10:00", "clock"},
       {"~", "reset"},
-      {"YO0?", "adc_scalers", R"(YO0 \d+)"},
-      {"YO10?", "adc_scalers", R"(YO10 \d+)"},
-      {"YO3 1000", "adc_scalers"},
-      {"YP1?", "digital_pots", R"(YP1 [\d.]+)"},
-      {"YP3?", "digital_pots", R"(YP3 [\d.]+)"},
-      {"YP1 130", "digital_pots"},
-      {"YP3 2.5", "digital_pots"},
+      {"YO10?", "adc_scalers", R"(YO10 \d+)", kEcho},
+      {"YP3?", "digital_pots", R"(YP3 [\d.]+)", kEcho},
       {"YB?", "temp_comp", R"(YB[-\d.]{5}[ -~]*)"},
       {"YB0.080", "temp_comp"},
       {"YBT0.005", "temp_comp"},
-      {"PJ25", "temp_comp"},
       {"PJT25.000", "temp_comp"},
       {"PI1", "temp_comp"},
-      {"YB1?", "subband_tempco", R"(YB[-\d.]{5}s1)"},
-      {"YB0.080s1", "subband_tempco"},
-      {"PBUH?", "upc_avail", R"(PBUH[01])"},
-      {"PBUH0", "upc_avail"},
-      {"PBW?", "led_mode", R"(PBW[01])"},
-      {"PBW1", "led_mode"},
+      {"YB1?", "subband_tempco", R"(YB[-\d.]{5}s1)", kEcho},
+      {"PBUH?", "upc_avail", R"(PBUH[01])", kEcho},
+      {"PBW?", "led_mode", R"(PBW[01])", kEcho},
       {"PBO?", "product_id", R"(PBO[^;]*;[^;]*;[^;]*;[ -~]+)"},
       {".?P349", "param.349", R"(\.P349 [01])"},
       {"PC1", "waveguide"},
       {"UA", "waveguide"},
-      {"UM", "waveguide"},
-      {"U0", "waveguide"},
-      {"U1", "waveguide"},
-      {"U2", "waveguide"},
       {"U3", "waveguide"},
       // transmitter
       {"@", "transmitter"},
@@ -127,45 +117,25 @@ const std::vector<Probe>& IndexProbes() {
       {"J", "inhibit"},
       {"B", "fault_reset"},
       {".?P54", "param.54", R"(\.P54 [01])"},
-      {"PTI?", "rfi_polarity", R"(PTI[01])"},
-      {"PTI0", "rfi_polarity"},
-      {"PBA?", "auto_restore", R"(PBA\d)"},
-      {"PBA0", "auto_restore"},
-      {"PX?", "startup", R"(PX[012])"},
-      {"PX2", "startup"},
-      {":?", "heater_standby", R"(:[01])"},
-      {":1", "heater_standby"},
-      {"PBH?", "heater_state", R"(PBH[01])"},
-      {"PBH0", "heater_state"},
+      {"PTI?", "rfi_polarity", R"(PTI[01])", kEcho},
+      {"PBA?", "auto_restore", R"(PBA\d)", kEcho},
+      {"PX?", "startup", R"(PX[012])", kEcho},
+      {":?", "heater_standby", R"(:[01])", kEcho},
+      {"PBH?", "heater_state", R"(PBH[01])", kEcho},
       {"?M", "hours", R"(\?\d{6})"},
-      {"?N", "hours", R"(\?\d{6})"},
       {"YH001234005678", "hours"},
       {"?VI", "helix", R"(\?[ \d.]{4}[ \d.]{4})"},
       {"?VIvi", "helix_dual", R"(\?([ \d.]{4}){4})"},
-      {"YGHI?", "helix_ratio", R"(YGHI\d+)"},
-      {"YGHI90", "helix_ratio"},
-      {"YFTH?", "helix_trip", R"(YFTH[\d.]+)"},
-      {"YFTH9.5", "helix_trip"},
+      {"YGHI?", "helix_ratio", R"(YGHI\d+)", kEcho},
+      {"YFTH?", "helix_trip", R"(YFTH[\d.]+)", kEcho},
       {"PHV?", "heater_voltage", R"(PHV[ \d.]{4})"},
       {"?J", "heater_voltage_old", R"(\?[ \d.]{4})"},
       {"PHI?", "heater_current", R"(PHI[ \d.]{4})"},
       {"?C", "cathode_current", R"(\?[ \d]{4})"},
       {"PBFC?", "cathode_monitor", R"(PBFC\d+)"},
-      {"PBFS?", "cathode_monitor", R"(PBFS\d)"},
-      {"PBFS2", "cathode_monitor"},
-      {"PBFM?", "cathode_monitor", R"(PBFM\d+)"},
-      {"PBFT?", "cathode_monitor", R"(PBFT\d+)"},
-      {"PBFT2000", "cathode_monitor"},
-      {"PBFE?", "cathode_monitor", R"(PBFE[01])"},
-      {"PBFE1", "cathode_monitor"},
-      {"PBFF?", "cathode_monitor", R"(PBFF\d+)"},
-      {"PBFF100", "cathode_monitor"},
-      {"PBFA?", "cathode_monitor", R"(PBFA\d+)"},
-      {"PBFA1100", "cathode_monitor"},
-      {"PBFO?", "cathode_monitor", R"(PBFO\d+)"},
-      {"PBFO2000", "cathode_monitor"},
-      {"PBFI?", "cathode_monitor", R"(PBFI\d+)"},
-      {"PBFI170", "cathode_monitor"},
+      {"PBFS?", "cathode_monitor", R"(PBFS\d)", kEcho},
+      {"PBFT?", "cathode_monitor", R"(PBFT\d+)", kEcho},
+      {"PBFI?", "cathode_monitor", R"(PBFI\d+)", kEcho},
       {"QEP?", "tube_life", R"(QEP[^;]+;[^;]+;\d+)"},
       {"QEC", "tube_life", R"(QEC\d{2,3};)"},
       // RF power
@@ -181,231 +151,127 @@ const std::vector<Probe>& IndexProbes() {
       {"Pz1000", "linearizer"},
       {"P|1", "linearizer"},
       {"PZ?1", "subband_linearizer", R"(PZ1[ \d]{4})"},
-      {"Pz?1", "subband_linearizer", R"(Pz1[ \d]{4})"},
-      {"P/?1", "subband_linearizer", R"(P/1[ \d.]{4})"},
       {"P|?1", "subband_linearizer", R"(P\|1[ \-\d.]{4})"},
-      {"PZ2100:1", "subband_linearizer"},
-      {"Pz1100:1", "subband_linearizer"},
       {"P/120:1", "subband_linearizer"},
-      {"P|2:1", "subband_linearizer"},
       {"PG?1", "subband_gain", R"(PG[01][ \-\d.]{4})"},
       {"PG0.5:1", "subband_gain"},
       {"PG?", "gain_balance", R"(PG[01] *-?\d+\.\d)"},
-      {"PG1", "gain_balance"},
       {"PG0.5", "gain_balance"},
       {"PBCG?", "if_gain_balance", R"(PBCG-?[\d.]+)"},
       {"PBJ?", "unit_gain", R"(PBJ[01][ \-\d.]{4})"},
-      {"PBJ1", "unit_gain"},
       {"PBJ2.5", "unit_gain"},
       {"G?", "const_power", R"(G\d{1,2}\.\d)"},
       {"G100.0", "const_power"},
-      {"GM50.0", "const_power"},
       {"<", "const_power"},
       {"H", "const_power"},
-      {"E200.0", "goto_power"},
       {"EM52.0", "goto_power"},
       {"?P", "rf_power", R"(\?[ <\d.]{4})"},
       {"?Q", "rf_power", R"(\?[ <\d.]{4})"},
-      {".?A1", "analog_counts", R"(\.A1 \d+)"},
       {".?A10", "analog_counts", R"(\.A10 \d+)"},
       {"?HLR", "trip_levels", R"(\?([FAD][ \d.]{4}){3})"},
       {"MF400.0", "trip_levels"},
-      {"MAM57.0", "trip_levels"},
-      {"MDM56.0", "trip_levels"},
-      {"LF10.0", "trip_levels"},
       {"LAM40.0", "trip_levels"},
-      {"LD5.0", "trip_levels"},
-      {"OF50.0", "trip_levels"},
-      {"OAM47.0", "trip_levels"},
       {"ODM45.0", "trip_levels"},
-      {"YFTF?", "factory_trips", R"(YFTF[\d.]+)"},
-      {"YFTF58.0", "factory_trips"},
-      {"YFTR?", "factory_trips", R"(YFTR[\d.]+)"},
-      {"YFTR48.0", "factory_trips"},
+      {"YFTF?", "factory_trips", R"(YFTF[\d.]+)", kEcho},
+      {"YFTR?", "factory_trips", R"(YFTR[\d.]+)", kEcho},
       {"YFTM10", "factory_trips"},
-      {"PR?", "rev_offset", R"(PR[ -<]+)"},
-      {"PR-1.5", "rev_offset"},
-      {"PS?", "return_loss", R"(PS[\d.]+)"},
-      {"PS15.0", "return_loss"},
+      {"PR?", "rev_offset", R"(PR[ -<]+)", kEcho},
+      {"PS?", "return_loss", R"(PS[\d.]+)", kEcho},
       {"PO?", "power_limit", R"(PO[01][\d.]+(;[\d.]+)?)"},
       {"PO1", "power_limit"},
-      {"PO56.0", "power_limit"},
       {"PO56.0;55.0", "power_limit"},
-      {"POO?", "power_limit", R"(POO[\d.]+)"},
-      {"POO2.5", "power_limit"},
+      {"POO?", "power_limit", R"(POO[\d.]+)", kEcho},
       {".?P66", "param.66", R"(\.P66 \d+)"},
       {".?P71", "param.71", R"(\.P71 \d+)"},
-      {".?P116", "param.116", R"(\.P116 \d+)"},
-      {".?P118", "param.118", R"(\.P118 \d+)"},
-      {".?P120", "param.120", R"(\.P120 \d+)"},
-      {".?P122", "param.122", R"(\.P122 \d+)"},
-      {".?P124", "param.124", R"(\.P124 \d+)"},
       {".?P126", "param.126", R"(\.P126 \d+)"},
       {"PBRC?", "band_limits", R"(PBRC\d+\.\d)"},
       {"PBRF?", "band_limits", R"(PBRF\d+\.\d)"},
       {".?P203", "param.203", R"(\.P203 \d+)"},
-      {".?P320", "param.320", R"(\.P320 \d+)"},
-      {".?P321", "param.321", R"(\.P321 \d+)"},
-      {".?P322", "param.322", R"(\.P322 \d+)"},
-      {".P320 280", "param.320"},
-      {".P321 280", "param.321"},
-      {".P322 280", "param.322"},
-      {".?P334", "param.334", R"(\.P334 \d+)"},
-      {".P334 250", "param.334"},
+      {".?P320", "param.320", R"(\.P320 \d+)", kEcho},
+      {".?P334", "param.334", R"(\.P334 \d+)", kEcho},
       {"YAM25.0", "max_atten"},
       // RF bands
       {"T?", "band", R"(T[A-Za-z]+,[ \d.]{7})"},
       {"T%BAND%", "band"},
-      {".?B1", "band_table", R"(\.B1[A-Za-z]+(,\d+\.\d+)?)"},
+      {".?B1", "band_table", R"(\.B1[A-Za-z]+(,\d+\.\d+)?)", kEcho},
       {".?B4", "band_table", R"(\.B4([A-Za-z]+(,\d+\.\d+)?)?)"},
-      {".B1Ku,14.00", "band_table"},
-      {".P109 255", "param.109"},
       {".P110 255", "param.110"},
-      {".P111 255", "param.111"},
-      {"TF?", "rf_freq", R"(TF\d+)"},
-      {"TF14100", "rf_freq"},
+      {"TF?", "rf_freq", R"(TF\d+)", kEcho},
       {"PBS?", "subbands", R"(PBS\d\d\d\.\d\d)"},
-      {"PBS1?", "subbands", R"(PBS1\d\d\.\d\d)"},
-      {"PBS8?", "subbands", R"(PBS8\d\d\.\d\d)"},
+      {"PBS8?", "subbands", R"(PBS8\d\d\.\d\d)", kEcho},
       {"PBS1", "subbands"},
-      {"PBS814.80", "subbands"},
-      {"QS?", "cal_factors", R"(QS(-?[\d.]+,-?[\d.]+;){10})"},
-      {"QS14.00,0.1;14.25,0.2;;;;;;;;;", "cal_factors"},
+      {"QS?", "cal_factors", R"(QS(-?[\d.]+,-?[\d.]+;){10})", kEcho},
       // fault configuration
-      {"YIF?", "fault_enable", R"(YIF\d+(,\d+)?)"},
-      {"YIF65535", "fault_enable"},
-      {"YIA?", "alarm_enable", R"(YIA\d+)"},
-      {"YIA4095", "alarm_enable"},
-      {".?P151", "param.151", R"(\.P151 \d)"},
-      {".P151 1", "param.151"},
-      {".?P212", "param.212", R"(\.P212 \d)"},
-      {".P212 0", "param.212"},
-      {"PBDAL?", "dc_input", R"(PBDAL[\d.]+)"},
-      {"PBDAL44.5", "dc_input"},
-      {"PBDAH?", "dc_input", R"(PBDAH[\d.]+)"},
-      {"PBDAH53.5", "dc_input"},
-      {"PBDFL?", "dc_input", R"(PBDFL[\d.]+)"},
-      {"PBDFL41.0", "dc_input"},
-      {"PBDFH?", "dc_input", R"(PBDFH[\d.]+)"},
-      {"PBDFH57.0", "dc_input"},
+      {"YIF?", "fault_enable", R"(YIF\d+(,\d+)?)", kEcho},
+      {"YIA?", "alarm_enable", R"(YIA\d+)", kEcho},
+      {".?P151", "param.151", R"(\.P151 \d)", kEcho},
+      {".?P212", "param.212", R"(\.P212 \d)", kEcho},
+      {"PBDAL?", "dc_input", R"(PBDAL[\d.]+)", kEcho},
+      {"PBDFH?", "dc_input", R"(PBDFH[\d.]+)", kEcho},
       {"PBDV?", "dc_input", R"(PBDV[\d.]+)"},
-      {"PBDR?", "dc_input", R"(PBDR[\d.]+)"},
-      {"PBDR1.010", "dc_input"},
-      {"PBKF?", "temp_trips", R"(PBKF\d+)"},
-      {"PBKF80", "temp_trips"},
-      {"PBKA?", "temp_trips", R"(PBKA\d+)"},
-      {"PBKA70", "temp_trips"},
-      {"PBKI?", "temp_trips", R"(PBKI\d+)"},
-      {"PBKI22", "temp_trips"},
-      {"PBKL?", "temp_trips", R"(PBKL[01])"},
-      {"PBKL1", "temp_trips"},
-      {".?P4", "param.4", R"(\.P4 \d+)"},
-      {".P4 70", "param.4"},
-      {".?P136", "param.136", R"(\.P136 \d+)"},
-      {".P136 80", "param.136"},
-      {".?P179", "param.179", R"(\.P179 \d+)"},
-      {".P179 70", "param.179"},
+      {"PBDR?", "dc_input", R"(PBDR[\d.]+)", kEcho},
+      {"PBKF?", "temp_trips", R"(PBKF\d+)", kEcho},
+      {"PBKA?", "temp_trips", R"(PBKA\d+)", kEcho},
+      {"PBKI?", "temp_trips", R"(PBKI\d+)", kEcho},
+      {"PBKL?", "temp_trips", R"(PBKL[01])", kEcho},
+      {".?P4", "param.4", R"(\.P4 \d+)", kEcho},
+      {".?P136", "param.136", R"(\.P136 \d+)", kEcho},
+      {".?P179", "param.179", R"(\.P179 \d+)", kEcho},
       {"?T", "temperature", R"(\?[ \-\d]{4})"},
       {"?TT", "temperature2", R"(\?[ \-\d]{4}[ \-\d]{4})"},
       {"?t", "inlet_temp", R"(\?-?[\d.]+)"},
-      {".?P332", "param.332", R"(\.P332 -?\d+)"},
-      {".P332 55", "param.332"},
-      {".?P333", "param.333", R"(\.P333 -?\d+)"},
-      {".P333 -5", "param.333"},
-      {"PBG?", "fan_temp", R"(PBG\d+)"},
-      {"PBG42", "fan_temp"},
+      {".?P333", "param.333", R"(\.P333 -?\d+)", kEcho},
+      {"PBG?", "fan_temp", R"(PBG\d+)", kEcho},
       {"?IiJj", "current_sense", R"(\?[ \d.]{16})"},
       {".?P92", "param.92", R"(\.P92 [\d.]+)"},
-      {".?P93", "param.93", R"(\.P93 [\d.]+)"},
       {"YIG12.0", "current_sense"},
-      {"YIR0.010", "current_sense"},
       {"PCT", "arc_test"},
       {"PCS", "fault_test"},
-      {"PTW?", "arc_detector", R"(PTW[01])"},
-      {"PTW1", "arc_detector"},
+      {"PTW?", "arc_detector", R"(PTW[01])", kEcho},
       // upconverter and float supply
-      {"PBCA?", "buc", R"(PBCA[\d.]+)"},
-      {"PBCA9.5", "buc"},
+      {"PBCA?", "buc", R"(PBCA[\d.]+)", kEcho},
       {"PBCP?", "buc", R"(PBCP-?[\d.]+)"},
-      {"PBCS?", "buc", R"(PBCS-?[\d.]+)"},
-      {"PBCS-24.0", "buc"},
-      {"PBCT?", "buc", R"(PBCT-?[\d.]+)"},
-      {"PBCN?", "buc", R"(PBCN[\d.]+)"},
-      {"PBCN30.0", "buc"},
-      {"PBCO?", "buc", R"(PBCO-?[\d.]+)"},
-      {"PBCO1.5", "buc"},
-      {"PBCM?", "buc", R"(PBCM\d)"},
-      {"PBCM1", "buc"},
-      {"PBCI?", "buc", R"(PBCI-?[\d.]+)"},
+      {"PBCS?", "buc", R"(PBCS-?[\d.]+)", kEcho},
+      {"PBCO?", "buc", R"(PBCO-?[\d.]+)", kEcho},
+      {"PBCM?", "buc", R"(PBCM\d)", kEcho},
       {"YCA?", "float_supply", R"(YCA[^;]*(;[^;]*){7,11})"},
       {"YCD?", "float_supply", R"(YCD[^;]*(;[^;]*){3,})"},
-      {"YCD0 6.25", "float_supply"},
       {"YCD3 2.6", "float_supply"},
       {"YCI?", "float_supply", R"(YCI-?\d+)"},
-      {"YC?", "psv", R"(YC\d+)"},
+      {"YC?", "psv", R"(YC\d+)", kEcho},
       {"YC?:1", "psv", R"(YC\d+:1)"},
-      {"YC2900", "psv"},
       {"YJ?", "model_cfg", R"(YJ[ -~]+)"},
       // ports and network
-      {"X1?", "com_ports", R"(X1\d{6}[NEO][78][12])"},
-      {"X1019200N81", "com_ports"},
-      {"X2?", "com_ports", R"(X2\d{6}[NEO][78][12])"},
-      {"X2009600E71", "com_ports"},
-      {"XR?", "rs485", R"(XR[24][TU][!-~])"},
-      {"XR2TA", "rs485"},
+      {"X1?", "com_ports", R"(X1\d{6}[NEO][78][12])", kEcho},
+      {"X2?", "com_ports", R"(X2\d{6}[NEO][78][12])", kEcho},
+      {"XR?", "rs485", R"(XR[24][TU][!-~])", kEcho},
       {"XAA", "rs485"},
-      {"PEI?", "ethernet", R"(PEI\d+\.\d+\.\d+\.\d+)"},
-      {"PEI192.168.1.20", "ethernet"},
-      {"PEN?", "ethernet", R"(PEN\d+\.\d+\.\d+\.\d+)"},
-      {"PEN255.255.0.0", "ethernet"},
-      {"PER?", "ethernet", R"(PER\d+\.\d+\.\d+\.\d+)"},
-      {"PER192.168.1.1", "ethernet"},
+      {"PEI?", "ethernet", R"(PEI\d+\.\d+\.\d+\.\d+)", kEcho},
       {"PEM?", "ethernet", R"(PEM[ -~]{14,})"},
-      {"PEP?", "ethernet", R"(PEP\d+)"},
-      {"PEP2001", "ethernet"},
-      {"PEO?", "ethernet", R"(PEO[01])"},
-      {"PEO1", "ethernet"},
+      {"PEP?", "ethernet", R"(PEP\d+)", kEcho},
+      {"PEO?", "ethernet", R"(PEO[01])", kEcho},
       {"PES", "ethernet"},
-      {"QlldpFactorySetup?", "lldp", R"(QlldpFactorySetup [^;]+;[^;]+;[^;]+)"},
-      {"QlldpFactorySetup 80008;B;0000-1111", "lldp"},
-      {"QlldpSetupConfig?", "lldp", R"(QlldpSetupConfig [01];\d+;\d+;\d;[ -~]+)"},
-      {"QlldpSetupConfig 1;60;120;3;host-a", "lldp"},
-      {"N?", "power_save", R"(N[01])"},
-      {"N1", "power_save"},
-      {"NP?", "power_save", R"(NP\d)"},
-      {"NP4", "power_save"},
+      {"QlldpFactorySetup?", "lldp", R"(QlldpFactorySetup [^;]+;[^;]+;[^;]+)", kEcho},
+      {"QlldpSetupConfig?", "lldp", R"(QlldpSetupConfig [01];\d+;\d+;\d;[ -~]+)", kEcho},
+      {"N?", "power_save", R"(N[01])", kEcho},
+      {"NP?", "power_save", R"(NP\d)", kEcho},
       // calibration tables
       {"YFC00.0", "cal_forward", R"(YFC(NO ENTRY| *-?\d+\.\d dBm +Entry#\d{4}))"},
-      {"YFI", "cal_forward"},
-      {"YFF12.3 0042", "cal_forward", nullptr, "YFI"},
-      {"YFS", "cal_forward", nullptr, "YFI"},
+      {"YFF12.3 0042", "cal_forward", nullptr, false, "YFI"},
+      {"YFS", "cal_forward", nullptr, false, "YFI"},
       {"YFA", "cal_forward"},
       {"YRC00.0", "cal_reverse", R"(YRC(NO ENTRY| *-?\d+\.\d dBm +Entry#\d{4}))"},
-      {"YRI", "cal_reverse"},
-      {"YRF12.3 0042", "cal_reverse", nullptr, "YRI"},
-      {"YRS", "cal_reverse", nullptr, "YRI"},
-      {"YRA", "cal_reverse"},
+      {"YRF12.3 0042", "cal_reverse", nullptr, false, "YRI"},
       {"YSC-50.0", "cal_drive", R"(YSC(NO ENTRY| *-?\d+\.\d dBm +Entry#\d{4}))"},
-      {"YSI", "cal_drive"},
-      {"YSF-12.3 0042", "cal_drive", nullptr, "YSI"},
-      {"YSS", "cal_drive", nullptr, "YSI"},
-      {"YSA", "cal_drive"},
+      {"YSF-12.3 0042", "cal_drive", nullptr, false, "YSI"},
       {"YAC-04.0", "cal_atten", R"(YAC(NO ENTRY| *-?\d+\.\d dB +Entry#\d{4}))"},
       {"YAL", "cal_atten", "YAL"},
-      {"YAI", "cal_atten"},
-      {"YAF1.5 3000", "cal_atten", nullptr, "YAI"},
-      {"YAP-2.0", "cal_atten", nullptr, "YAI"},
-      {"YAS", "cal_atten", nullptr, "YAI"},
-      {"YAA", "cal_atten"},
+      {"YAP-2.0", "cal_atten", nullptr, false, "YAI"},
       // logs
       {"QF0;0", "counted_log", R"(QF0;\d+;\d+;([^!]+!)*)"},
-      {"QF10", "counted_log", R"(QF10;\d+;\d+;([^!]+!)*)"},
       {"4", "fault_log", R"(4([^!]+!)+)"},
       {"4100", "fault_log", R"(4([^!]+!)*)"},
       {"4P0", "param_logs", R"(4P([^!]+!)+)"},
-      {"4H0", "param_logs", R"(4H([^!]+!)+)"},
-      {"4D0", "param_logs", R"(4D([^!]+!)+)"},
-      {"4M0", "param_logs", R"(4M([^!]+!)+)"},
       {"4C0", "param_logs", R"(4C([^!]+!)+)"},
       {"4TS0", "trend_logs", R"(4TS([ -~]{200})+)"},
       {"4TL0", "trend_logs", R"(4TL([ -~]{200})+)"},
@@ -427,65 +293,64 @@ UnitState Prepared(const std::string& profile) {
 
 std::string RequestFor(const Probe& p, const UnitState& unit) {
   std::string text = p.request;
-  if (size_t at = text.find("%BAND%"); at != std::string::npos) {
-    auto it = unit.values.find("band.1.name");
-    text.replace(at, 6, it == unit.values.end() ? "Ku" : it->second);
-  }
-  if (size_t at = text.find("%DN%"); at != std::string::npos) {
-    auto it = unit.values.find("atn_count.mnemonic");
-    text.replace(at, 4, it == unit.values.end() ? "" : it->second);
-  }
+  auto fill = [&](const char* mark, const char* key, const char* otherwise) {
+    if (size_t at = text.find(mark); at != std::string::npos) {
+      auto it = unit.values.find(key);
+      text.replace(at, std::strlen(mark), it == unit.values.end() ? otherwise : it->second);
+    }
+  };
+  fill("%BAND%", "band.1.name", "Ku");
+  fill("%DN%", "atn_count.mnemonic", "");
   return text;
 }
 
 }  // namespace
 
 TEST(CommandIndex, EveryProfileAnswersEachMnemonicOrRefusesItsLackingFamilies) {
-  for (const Probe& p : IndexProbes()) {
-    std::string family = p.family;
-    EXPECT_TRUE(IsCommandFamily(family)) << p.request << ": family " << family;
-  }
+  for (const Probe& p : IndexProbes())
+    EXPECT_TRUE(IsCommandFamily(p.family)) << p.request << ": family " << p.family;
   for (const std::string& profile : kProfiles) {
     const UnitState base = Prepared(profile);
     int acked = 0;
     for (const Probe& p : IndexProbes()) {
+      SCOPED_TRACE(profile + ": " + p.request);
       UnitState u = base;
-      std::string request = RequestFor(p, u);
-      bool lacking = u.Lacks(p.family);
-      if (p.before) {
-        EXPECT_EQ(Send(u, p.before).ack, !lacking) << profile << ": " << p.before;
-      }
-      Reply r = Send(u, request);
-      EXPECT_EQ(r.ack, !lacking) << profile << ": " << request << " -> " << r.body;
+      const bool lacking = u.Lacks(p.family);
+      if (p.before) EXPECT_EQ(Send(u, p.before).ack, !lacking);
+      Reply r = Send(u, RequestFor(p, u));
+      EXPECT_EQ(r.ack, !lacking) << r.body;
       if (!r.ack || !p.body) continue;
       ++acked;
-      EXPECT_TRUE(std::regex_match(r.body, std::regex(p.body)))
-          << profile << ": " << request << " -> '" << r.body << "' does not match " << p.body;
+      EXPECT_TRUE(std::regex_match(r.body, std::regex(p.body))) << r.body << " !~ " << p.body;
+      if (!p.echo) continue;
+      EXPECT_TRUE(Send(u, r.body).ack) << "the setting is not taken back: " << r.body;
+      EXPECT_EQ(Ask(u, p.request), r.body);
     }
     EXPECT_GT(acked, 40) << profile;
   }
 }
 
 TEST(CommandIndex, LocalModeRefusesEverySetAndActionButAnswersQueries) {
-  for (const std::string& profile :
-       {std::string("sspa120"), std::string("twta127"), std::string("bucsspa")}) {
+  for (const std::string& profile : {"sspa120", "twta127", "bucsspa"}) {
     UnitState base = Prepared(profile);
     base.SetRemote(false);
     EXPECT_EQ(Poll(base).summary[0] & summary::kRemote, 0) << profile;
     for (const Probe& p : IndexProbes()) {
+      SCOPED_TRACE(profile + ": " + p.request);
       UnitState u = base;
       if (u.Lacks(p.family)) continue;
       std::string request = RequestFor(p, u);
-      UnitState before = u;
-      Reply r = Send(u, request);
       if (p.body) {
-        EXPECT_TRUE(r.ack) << profile << ": query " << request << " refused in local mode";
-      } else {
-        EXPECT_FALSE(r.ack) << profile << ": " << request << " accepted in local mode";
-        EXPECT_EQ(u.values, before.values) << request;
-        EXPECT_EQ(u.summary, before.summary) << request;
-        EXPECT_EQ(u.address, before.address) << request;
+        Reply r = Send(u, request);
+        EXPECT_TRUE(r.ack) << "query refused in local mode";
+        if (!p.echo) continue;
+        request = r.body;  // the setting written back
       }
+      const UnitState before = u;
+      EXPECT_FALSE(Send(u, request).ack) << request << " accepted in local mode";
+      EXPECT_EQ(u.values, before.values);
+      EXPECT_EQ(u.summary, before.summary);
+      EXPECT_EQ(u.address, before.address);
     }
     // Back in remote mode the same unit takes commands again.
     base.SetRemote(true);
@@ -494,12 +359,11 @@ TEST(CommandIndex, LocalModeRefusesEverySetAndActionButAnswersQueries) {
   }
 }
 
-TEST(SetCommands, QueriesReadBackWhatWasSet) {
+// Sets whose query answers in another form or another unit than was sent.
+TEST(SetCommands, ConvertedAndIndexedSettingsReadBack) {
   UnitState u = Prepared("sspa120");
   EXPECT_TRUE(Send(u, "K12.5").ack);
   EXPECT_EQ(Ask(u, "?A"), "?12.5");
-  EXPECT_TRUE(Send(u, ".P4 70").ack);
-  EXPECT_EQ(Ask(u, ".?P4"), ".P4 70");
   EXPECT_TRUE(Send(u, "YK426-9999-001").ack);
   EXPECT_TRUE(Ask(u, "00").starts_with("009999-001/")) << Ask(u, "00");
   EXPECT_TRUE(Send(u, "YK7654321").ack);
@@ -514,10 +378,6 @@ TEST(SetCommands, QueriesReadBackWhatWasSet) {
   EXPECT_TRUE(Send(u, "LA10.0").ack);  // 10 W = 40.0 dBm
   EXPECT_TRUE(Send(u, "ODM45.0").ack);
   EXPECT_EQ(Ask(u, "?HLR"), "?F57.5A40.0D45.0");
-  EXPECT_TRUE(Send(u, "YIF1234,5").ack);
-  EXPECT_EQ(Ask(u, "YIF?"), "YIF1234,5");
-  EXPECT_TRUE(Send(u, "X1019200E71").ack);
-  EXPECT_EQ(Ask(u, "X1?"), "X1019200E71");
   EXPECT_TRUE(Send(u, "PO55.0;54.0").ack);
   EXPECT_TRUE(Send(u, "PO1").ack);
   EXPECT_EQ(Ask(u, "PO?"), "PO155.0;54.0");
@@ -527,8 +387,6 @@ TEST(SetCommands, QueriesReadBackWhatWasSet) {
   EXPECT_TRUE(Send(u, "YH000100000200").ack);
   EXPECT_EQ(Ask(u, "?M"), "?000100");
   EXPECT_EQ(Ask(u, "?N"), "?000200");
-  EXPECT_TRUE(Send(u, "TF14100").ack);
-  EXPECT_EQ(Ask(u, "TF?"), "TF14100");
   EXPECT_TRUE(Send(u, "PG1").ack);
   EXPECT_TRUE(Send(u, "PG-1.5").ack);
   EXPECT_EQ(Ask(u, "PG?"), "PG1-1.5");
@@ -551,11 +409,6 @@ TEST(SetCommands, QueriesReadBackWhatWasSet) {
   EXPECT_EQ(Ask(b, "PZ?1"), "PZ12100");
   EXPECT_TRUE(Send(b, "PG0.7:2").ack);
   EXPECT_EQ(Ask(b, "PG?2").substr(3), " 0.7");
-  EXPECT_TRUE(Send(b, "YB0.080s3").ack);
-  EXPECT_EQ(Ask(b, "YB3?"), "YB0.080s3");
-  EXPECT_TRUE(Send(b, "PBCO-2.5").ack);
-  EXPECT_EQ(Ask(b, "PBCO?"), "PBCO-2.5");
-  EXPECT_FALSE(Send(b, "PBCO40").ack);
 
   UnitState d = Prepared("dualtwt108");
   EXPECT_EQ(Ask(d, ".?B2"), ".B2Ka,29.50");
@@ -566,28 +419,18 @@ TEST(SetCommands, QueriesReadBackWhatWasSet) {
   EXPECT_TRUE(Send(d, ".P110 255").ack);  // band 3 removed from the table
   EXPECT_EQ(Ask(d, ".?B3"), ".B3");
   EXPECT_FALSE(Send(d, "TQ").ack);
-  // YCD numbers its settings differently from the reply's order.
-  auto split = [](std::string text) {
-    std::vector<std::string> parts;
-    for (size_t start = 0;;) {
-      size_t semi = text.find(';', start);
-      parts.push_back(text.substr(start, semi - start));
-      if (semi == std::string::npos) return parts;
-      start = semi + 1;
-    }
-  };
-  std::vector<std::string> settings = split(Ask(d, "YCD?").substr(3));
-  ASSERT_EQ(settings.size(), 4u);
-  EXPECT_TRUE(Send(d, "YCD1 1.25").ack);  // heater current: the fourth element
-  EXPECT_TRUE(Send(d, "YCD2 0.5").ack);   // focus off: the second
-  settings[3] = "1.25";
-  settings[1] = "0.5";
-  EXPECT_EQ(split(Ask(d, "YCD?").substr(3)), settings);
+  // YCD numbers its settings differently from the reply's order: heater
+  // current is the fourth element, focus off the second.
+  EXPECT_EQ(Ask(d, "YCD?").substr(3), "6.30;0.0;2.5;1.20");
+  EXPECT_TRUE(Send(d, "YCD1 1.25").ack);
+  EXPECT_TRUE(Send(d, "YCD2 0.5").ack);
+  EXPECT_EQ(Ask(d, "YCD?").substr(3), "6.30;0.5;2.5;1.25");
 }
 
 TEST(SetCommands, BadArgumentsAreRefusedAndChangeNothing) {
   UnitState u = Prepared("sspa120");
   const UnitState before = u;
+  // ".D1 100": the long count form this unit does not know.
   for (const char* bad : {"K99",
                           "K-1",
                           "Kx",
@@ -615,11 +458,12 @@ TEST(SetCommands, BadArgumentsAreRefusedAndChangeNothing) {
                           "QlldpSetupConfig 1;2",
                           ".D5 100",
                           ".D9 4096",
-                          ".D1 100",  // the long count form this unit does not know
+                          ".D1 100",
                           "C-1",
                           "PBS9",
                           "PBS5",
-                          "TF0"}) {
+                          "TF0",
+                          "PBCO40"}) {
     Reply r = Send(u, bad);
     EXPECT_FALSE(r.ack) << bad;
   }
@@ -632,22 +476,11 @@ TEST(SetCommands, BadArgumentsAreRefusedAndChangeNothing) {
   EXPECT_EQ(Send(u, "?VI").body, "?VI");
 }
 
+// Switching the transmitter and the waveguide configuration go through the
+// operator end-to-end tests; these are the status bits they do not reach.
 TEST(Actions, ChangeTheStatusWordsAsTheHostReadsThem) {
   UnitState u = Prepared("sspa120");
-  Status s = Poll(u);
-  EXPECT_TRUE(s.summary[0] & summary::kTxOn);
-  EXPECT_TRUE(s.summary[0] & summary::kRemote);
-
-  ASSERT_TRUE(Send(u, "A").ack);
-  s = Poll(u);
-  EXPECT_FALSE(s.summary[0] & summary::kTxOn);
-  EXPECT_TRUE(s.summary[0] & summary::kStandby);
-  EXPECT_EQ(Ask(u, "?P"), "?<0.1");  // no RF with the transmitter off
-  ASSERT_TRUE(Send(u, "@").ack);
-  s = Poll(u);
-  EXPECT_TRUE(s.summary[0] & summary::kTxOn);
-  EXPECT_FALSE(s.summary[0] & summary::kStandby);
-
+  Status s;
   ASSERT_TRUE(Send(u, "I").ack);
   EXPECT_TRUE(Poll(u).summary[0] & summary::kInhibit);
   EXPECT_EQ(Ask(u, ".?P54"), ".P54 1");
@@ -684,11 +517,6 @@ TEST(Actions, ChangeTheStatusWordsAsTheHostReadsThem) {
   s = Poll(u);
   EXPECT_EQ(s.summary[2] & (summary::kSw1A | summary::kSw1B | summary::kAutoMode), summary::kSw1A);
   EXPECT_EQ(s.summary[2] & (summary::kSw2A | summary::kSw2B), summary::kSw2B);
-  ASSERT_TRUE(Send(u, "PC6").ack);
-  EXPECT_EQ(Poll(u).summary[3] & summary::kWgConfigMask, 6);
-  ASSERT_TRUE(Send(u, "PC1").ack);
-  EXPECT_EQ(Poll(u).summary[3] & summary::kWgConfigMask, 1);
-
   // The summary fault test and fault reset.
   ASSERT_TRUE(Send(u, "PCS").ack);
   EXPECT_TRUE(Poll(u).summary[1] & summary::kSummaryFault);

@@ -1,5 +1,5 @@
 // The unit's building blocks on their own: deframing, the command table,
-// line settings, status encoding and profiles.
+// line settings and status encoding.
 #include <gtest/gtest.h>
 #include <termios.h>
 
@@ -98,7 +98,7 @@ TEST(EncodeReply, BuildsBothFramingsWithTheirChecksums) {
             "<STX>A<ETX><ACK><NAK><CR><LF><7F>");
 }
 
-TEST(CommandTable, LongestMnemonicWinsAndLocalModeRefusesSetCommands) {
+TEST(CommandTable, LongestMnemonicWinsAndUnknownTextIsRefused) {
   CommandTable table;
   auto echo = [](std::string tag) {
     return [tag](UnitState&, std::string_view args) {
@@ -107,9 +107,7 @@ TEST(CommandTable, LongestMnemonicWinsAndLocalModeRefusesSetCommands) {
   };
   table.Add("P", echo("short"));
   table.Add("PW", echo("long"));
-  table.Add("S", echo("set"), /*remoteOnly=*/true);
   table.Add("", echo("never"));
-  EXPECT_EQ(table.size(), 3u);
 
   UnitState unit;
   EXPECT_EQ(table.Dispatch(unit, "PW12").body, "long|12");
@@ -117,16 +115,7 @@ TEST(CommandTable, LongestMnemonicWinsAndLocalModeRefusesSetCommands) {
   Reply unknown = table.Dispatch(unit, "Q7");
   EXPECT_FALSE(unknown.ack);
   EXPECT_EQ(unknown.body, "Q7");
-
-  EXPECT_TRUE(table.Dispatch(unit, "S5").ack);
-  unit.remote = false;
-  Reply refused = table.Dispatch(unit, "S5");
-  EXPECT_FALSE(refused.ack);
-  EXPECT_EQ(refused.body, "S");
-  EXPECT_TRUE(table.Dispatch(unit, "P").ack);  // reading is fine in local mode
-
   table.Add("P", echo("replaced"));
-  EXPECT_EQ(table.size(), 3u);
   EXPECT_EQ(table.Dispatch(unit, "P1").body, "replaced|1");
 
   // The standard set refuses trailing bytes after its argument-less polls.
@@ -212,37 +201,4 @@ TEST(UnitState, StatusWordsAndUnitIdTravelAsSixBitCharacters) {
   EXPECT_NE(error.find("below 64"), std::string::npos);
   EXPECT_FALSE(ParseUnitId("12ab", &id, &error));
   EXPECT_FALSE(ParseUnitId("", &id, &error));
-}
-
-TEST(Profile, SetsTheUnitAndRejectsBadLinesWithoutPartialChanges) {
-  UnitState unit;
-  std::string error;
-  ASSERT_TRUE(
-      ApplyProfile("# bench unit\n"
-                   "address = B\n"
-                   "unit_id = 0x0203   # second build\n"
-                   "summary = Q@@@\n"
-                   "fault=@A@@\n"
-                   "mode = local\n"
-                   "value.forward_power = 1200\n",
-                   unit, &error))
-      << error;
-  EXPECT_EQ(unit.address, 'B');
-  EXPECT_EQ(unit.unitId, 0x0203);
-  EXPECT_EQ(unit.summary[0], 0x11);
-  EXPECT_EQ(unit.fault[1], 0x01);
-  EXPECT_FALSE(unit.remote);
-  EXPECT_EQ(unit.values.at("forward_power"), "1200");
-
-  UnitState before = unit;
-  EXPECT_FALSE(ApplyProfile("address = C\nalarm = @@\n", unit, &error));
-  EXPECT_NE(error.find("line 2"), std::string::npos);
-  EXPECT_EQ(unit.address, before.address);
-  EXPECT_FALSE(ApplyProfile("colour = red\n", unit, &error));
-  EXPECT_NE(error.find("unknown key"), std::string::npos);
-  EXPECT_FALSE(ApplyProfile("just words\n", unit, &error));
-  EXPECT_FALSE(ApplyProfile("mode = sideways\n", unit, &error));
-
-  EXPECT_FALSE(LoadProfile("/nonexistent/unit.profile", unit, &error));
-  EXPECT_NE(error.find("/nonexistent/unit.profile"), std::string::npos);
 }

@@ -93,25 +93,6 @@ TEST_F(SerialUnit, AnswersOnlyItsOwnAddressAndChecksFrames) {
   std::remove(log.c_str());
 }
 
-TEST_F(SerialUnit, IgnoresBytesSentWithOtherLineSettings) {
-  StartSim();
-  ASSERT_TRUE(SetSerialSpeed(port_.get(), B19200));
-  ASSERT_TRUE(SendAll(port_.get(), SerialFrame('A', "1")));
-  EXPECT_EQ(ReadFor(port_.get(), kSilenceMs), "");
-
-  // Two stop bits; parity and data bits cannot be tried here because the
-  // kernel forces 8N on pseudo-terminals.
-  ASSERT_TRUE(SetSerialSpeed(port_.get(), B9600, CSTOPB));
-  ASSERT_TRUE(SendAll(port_.get(), SerialFrame('A', "1")));
-  EXPECT_EQ(ReadFor(port_.get(), kSilenceMs), "");
-
-  // Back to the unit's own 9600,N,8,1: understood again.
-  ASSERT_TRUE(SetSerialSpeed(port_.get(), B9600));
-  ASSERT_TRUE(SendAll(port_.get(), SerialFrame('A', "1")));
-  EXPECT_EQ(ReadExactly(port_.get(), 7, kReplyWaitMs), ExpectedReply(true, 'A', "1AA"));
-  EXPECT_EQ(sim_->ReceivedFrames().size(), 1u);
-}
-
 TEST_F(SerialUnit, OtherLineSettingsAndPrintableFraming) {
   Simulator::Options o;
   o.line = "19200,N,8,2";

@@ -2,16 +2,11 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <memory>
-#include <regex>
-#include <sstream>
 
 #include "host_side.h"
 #include "sim/simulator.h"
 
-using amp::sim::Reply;
 using amp::sim::Simulator;
 using amp::sim::UnitState;
 using namespace simtest;
@@ -34,7 +29,6 @@ class TcpUnit : public ::testing::Test {
     conn_ = ConnectTcp(sim_->TcpPort());
     ASSERT_TRUE(conn_.valid());
   }
-  void SetUp() override {}
   void TearDown() override {
     if (sim_) sim_->Stop();
   }
@@ -74,8 +68,6 @@ TEST_F(TcpUnit, RepliesAreByteExact) {
 
   EXPECT_EQ(sim_->ReceivedFrames(),
             (std::vector<std::string>{"1", "?!#(", "?!#9", "ZZ9", "1", "?!#(", "?!#9", "1"}));
-  sim_->ClearReceivedFrames();
-  EXPECT_TRUE(sim_->ReceivedFrames().empty());
 }
 
 TEST_F(TcpUnit, PrintableFramingWithCrOnlyLineEnd) {
@@ -124,50 +116,19 @@ TEST_F(TcpUnit, PartialBatchedAndNoisyInput) {
   EXPECT_EQ(ReadUntil(conn_.get(), kCrLf, kReplyWaitMs), Ack("1AA"));
 }
 
-TEST_F(TcpUnit, DropNakAndBadChecksumFollowTheirCounts) {
+// Dropped, refused, corrupted, split and babbled replies and the pulled plug
+// reach the host's link in the end-to-end tests; these faults do not.
+TEST_F(TcpUnit, CloseDelayAndSilentAfterFollowTheirCounts) {
   StartSim();
   Simulator::Faults f;
-  f.dropEvery = 2;
+  f.closeEvery = 2;
   sim_->SetFaults(f);
-  ASSERT_TRUE(Send(TcpFrame('A', "1") + TcpFrame('A', "?!#(") + TcpFrame('A', "1") +
-                   TcpFrame('A', "?!#(")));
-  std::string twoIds = Ack("1AA") + Ack("1AA");
-  EXPECT_EQ(ReadExactly(conn_.get(), twoIds.size(), kReplyWaitMs), twoIds);
-  EXPECT_EQ(ReadFor(conn_.get(), kSilenceMs), "");
-
-  f = {};
-  f.nakEvery = 2;
-  sim_->SetFaults(f);
-  ASSERT_TRUE(Send(TcpFrame('A', "1") + TcpFrame('A', "?!#(") + TcpFrame('A', "1")));
-  // An injected NAK echoes the mnemonic the unit matched ("?!", whose items follow).
-  std::string mixed = Ack("1AA") + Nak("?!") + Ack("1AA");
-  EXPECT_EQ(ReadExactly(conn_.get(), mixed.size(), kReplyWaitMs), mixed);
-
-  f = {};
-  f.badChecksumEvery = 3;
-  sim_->SetFaults(f);  // counting starts again
-  std::string good = Ack("1AA");
-  EXPECT_EQ(Ask("1"), good);
-  EXPECT_EQ(Ask("1"), good);
-  std::string third = Ask("1");
-  ASSERT_EQ(third.size(), good.size());
-  size_t sumAt = good.size() - 3;
-  EXPECT_EQ(third.substr(0, sumAt), good.substr(0, sumAt));
-  EXPECT_NE(third[sumAt], good[sumAt]);
-  EXPECT_EQ(Ask("1"), good);
-
-  sim_->SetFaults({});
-  EXPECT_EQ(Ask("1"), good);
-}
-
-TEST_F(TcpUnit, PrefixDelayAndSilence) {
-  StartSim();
-  Simulator::Faults f;
-  f.prefix = "xy\r\n";
-  sim_->SetFaults(f);
+  EXPECT_EQ(Ask("1"), Ack("1AA"));
   ASSERT_TRUE(Send(TcpFrame('A', "1")));
-  std::string withPrefix = "xy\r\n" + Ack("1AA");
-  EXPECT_EQ(ReadExactly(conn_.get(), withPrefix.size(), kReplyWaitMs), withPrefix);
+  EXPECT_TRUE(PeerClosed(conn_.get(), kReplyWaitMs));
+  conn_ = ConnectTcp(sim_->TcpPort());
+  ASSERT_TRUE(conn_.valid());
+  EXPECT_EQ(Ask("1"), Ack("1AA"));  // third frame
 
   f = {};
   f.delayMs = 150;
@@ -181,139 +142,16 @@ TEST_F(TcpUnit, PrefixDelayAndSilence) {
   sim_->SetFaults(f);
   EXPECT_EQ(Ask("1"), Ack("1AA"));
   EXPECT_EQ(Ask("1"), Ack("1AA"));
-  ASSERT_TRUE(Send(TcpFrame('A', "1")));
+  ASSERT_TRUE(Send(TcpFrame('A', "?!#(")));
   EXPECT_EQ(ReadFor(conn_.get(), kSilenceMs), "");
   EXPECT_TRUE(sim_->Silent());
-
+  EXPECT_EQ(sim_->ReceivedFrames().back(), "?!#(");  // heard, not answered
   // Plugging back in restarts the count: two more answers, then quiet.
   sim_->SetSilent(false);
   EXPECT_EQ(Ask("1"), Ack("1AA"));
   EXPECT_EQ(Ask("?!#9"), Ack("?P" + std::string(8, '@')));
   ASSERT_TRUE(Send(TcpFrame('A', "1")));
   EXPECT_EQ(ReadFor(conn_.get(), kSilenceMs), "");
-
-  sim_->SetFaults({});
-  sim_->SetSilent(true);
-  sim_->ClearReceivedFrames();
-  ASSERT_TRUE(Send(TcpFrame('A', "?!#(")));
-  EXPECT_EQ(ReadFor(conn_.get(), kSilenceMs), "");
-  EXPECT_EQ(sim_->ReceivedFrames(), std::vector<std::string>{"?!#("});  // heard, not answered
-  sim_->SetSilent(false);
-  EXPECT_EQ(Ask("1"), Ack("1AA"));
-}
-
-TEST_F(TcpUnit, CloseSplitAndLateLineFeed) {
-  StartSim();
-  Simulator::Faults f;
-  f.closeEvery = 2;
-  sim_->SetFaults(f);
-  EXPECT_EQ(Ask("1"), Ack("1AA"));
-  ASSERT_TRUE(Send(TcpFrame('A', "1")));
-  EXPECT_TRUE(PeerClosed(conn_.get(), kReplyWaitMs));
-  conn_ = ConnectTcp(sim_->TcpPort());
-  ASSERT_TRUE(conn_.valid());
-  EXPECT_EQ(Ask("1"), Ack("1AA"));  // third frame
-  ASSERT_TRUE(Send(TcpFrame('A', "1")));
-  EXPECT_TRUE(PeerClosed(conn_.get(), kReplyWaitMs));
-  conn_ = ConnectTcp(sim_->TcpPort());
-  ASSERT_TRUE(conn_.valid());
-
-  f = {};
-  f.splitMs = 80;
-  sim_->SetFaults(f);
-  std::string reply = Ack("?P" + std::string(11, '@'));
-  ASSERT_TRUE(Send(TcpFrame('A', "?!#(")));
-  auto chunks = ReadChunks(conn_.get(), reply.size(), kReplyWaitMs);
-  ASSERT_GE(chunks.size(), 2u);
-  std::string joined;
-  for (const auto& c : chunks) joined += c.bytes;
-  EXPECT_EQ(joined, reply);
-  EXPECT_LT(chunks.front().bytes.size(), reply.size());
-  EXPECT_GE(chunks.back().at - chunks.front().at, std::chrono::milliseconds(70));
-
-  f = {};
-  f.lfSeparate = true;
-  sim_->SetFaults(f);
-  ASSERT_TRUE(Send(TcpFrame('A', "1")));
-  chunks = ReadChunks(conn_.get(), Ack("1AA").size(), kReplyWaitMs);
-  ASSERT_GE(chunks.size(), 2u);
-  EXPECT_EQ(chunks.back().bytes, "\n");
-  EXPECT_TRUE(chunks.front().bytes.starts_with("\x06"));
-  EXPECT_GE(chunks.back().at - chunks.front().at, std::chrono::milliseconds(40));
-}
-
-TEST_F(TcpUnit, BabbleIsBoundedJunkThatNeverBreaksAReply) {
-  StartSim();
-  Simulator::Faults f;
-  f.babble = true;
-  sim_->SetFaults(f);
-  std::string junk = ReadFor(conn_.get(), 400);
-  // About 1 kB/s: 400 ms gives some hundreds of bytes, never a flood.
-  EXPECT_GT(junk.size(), 100u);
-  EXPECT_LT(junk.size(), 1200u);
-  for (char c : {'\x02', '\x03', '\x06', '\x15'}) EXPECT_EQ(junk.find(c), std::string::npos);
-
-  ASSERT_TRUE(Send(TcpFrame('A', "1")));
-  std::string stream = ReadFor(conn_.get(), 300);
-  EXPECT_NE(stream.find(Ack("1AA")), std::string::npos);
-
-  sim_->SetFaults({});
-  ReadFor(conn_.get(), 100);  // whatever was already in flight
-  EXPECT_EQ(ReadFor(conn_.get(), 150), "");
-}
-
-TEST_F(TcpUnit, AddedCommandsAnswerAndLocalModeRefusesSettings) {
-  StartSim();
-  sim_->AddCommand("PWR", [](UnitState& u, std::string_view) {
-    auto it = u.values.find("power");
-    return Reply::Ack("PWR" + (it == u.values.end() ? std::string("0") : it->second));
-  });
-  sim_->AddCommand(
-      "SETP",
-      [](UnitState& u, std::string_view args) {
-        if (args.empty()) return Reply::Nak("SETP");
-        u.values["power"] = std::string(args);
-        return Reply::Ack("SETP");
-      },
-      /*remoteOnly=*/true);
-
-  EXPECT_EQ(Ask("PWR"), Ack("PWR0"));
-  EXPECT_EQ(Ask("SETP750"), Ack("SETP"));
-  EXPECT_EQ(Ask("PWR"), Ack("PWR750"));
-  EXPECT_EQ(Ask("SETP"), Nak("SETP"));
-  sim_->WithState([](UnitState& u) { u.remote = false; });
-  EXPECT_EQ(Ask("SETP10"), Nak("SETP"));
-  EXPECT_EQ(sim_->State().values.at("power"), "750");
-}
-
-TEST(SimulatorFrameLog, AppendsOneLinePerFrame) {
-  std::string path = ::testing::TempDir() + "ampsim_frames_" + std::to_string(getpid()) + ".log";
-  std::remove(path.c_str());
-  Simulator::Options o;
-  o.tcpPort = 0;
-  o.frameLog = path;
-  {
-    Simulator sim(o);
-    std::string error;
-    ASSERT_TRUE(sim.Start(&error)) << error;
-    Fd conn = ConnectTcp(sim.TcpPort());
-    ASSERT_TRUE(SendAll(conn.get(), TcpFrame('A', "?!#(") + TcpFrame('C', "1")));
-    std::string replies = ExpectedReply(true, 'A', "?P" + std::string(11, '@')) + kCrLf +
-                          ExpectedReply(true, 'A', "1AA") + kCrLf;
-    EXPECT_EQ(ReadExactly(conn.get(), replies.size(), kReplyWaitMs), replies);
-    sim.Stop();
-  }
-  std::ifstream in(path);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_TRUE(std::regex_match(
-      lines[0], std::regex(R"(\d+\.\d{3} rx 02 41 3F 21 23 28 03 4D  <STX>A\?!#\(<ETX>M)")))
-      << lines[0];
-  EXPECT_TRUE(
-      std::regex_match(lines[1], std::regex(R"(\d+\.\d{3} rx 02 43 31 03 4D  <STX>C1<ETX>M)")))
-      << lines[1];
-  std::remove(path.c_str());
 }
 
 TEST(SimulatorLifecycle, StartSaysWhyItCannotRun) {
@@ -349,7 +187,6 @@ TEST(SimulatorLifecycle, StartSaysWhyItCannotRun) {
 
   first.Stop();
   first.Stop();
-  EXPECT_FALSE(first.Running());
   // The port is free again once stopped.
   EXPECT_TRUE(second.Start(&error)) << error;
 }

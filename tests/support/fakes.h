@@ -5,6 +5,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdlib>
 #include <deque>
 #include <functional>
 #include <map>
@@ -17,6 +18,15 @@
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/tcp_socket.h"
+
+// The fuzz targets use these fakes without a test framework; they never state
+// the boxes they expect, so a broken expectation cannot arise there.
+#ifndef AMP_FAKES_WITHOUT_GTEST
+#include <gtest/gtest.h>
+#define AMP_FAKE_FAILURE(message) ADD_FAILURE() << (message)
+#else
+#define AMP_FAKE_FAILURE(message) (static_cast<void>(message), std::abort())
+#endif
 
 namespace amp::test {
 
@@ -92,7 +102,7 @@ class FakeCommPort : public CommPort {
     calls.push_back("CommPort=" + std::to_string(port));
     if (isOpen) return "Port already open";
     commPort = port;
-    return commPortError;
+    return {};
   }
   std::string SetSettings(std::string_view s) override {
     calls.push_back("Settings=" + std::string(s));
@@ -113,10 +123,10 @@ class FakeCommPort : public CommPort {
   bool PortOpen() const override { return isOpen; }
   void SetInputLen(int n) override { inputLen = n; }
   int InBufferCount() override {
-    int n = 0;
-    for (auto& [t, c] : incoming_)
-      if (t <= clock_.now) ++n;
-    return n;
+    // The bytes are kept in order of arrival, so those due come first.
+    return static_cast<int>(std::upper_bound(incoming_.begin(), incoming_.end(), clock_.now,
+                                             [](int64_t v, const auto& e) { return v < e.first; }) -
+                            incoming_.begin());
   }
   void SetInBufferCount(int n) override {
     if (n != 0) return;
@@ -160,7 +170,7 @@ class FakeCommPort : public CommPort {
   int inputLen = 0;
   int clears = 0;
   int waits = 0;
-  std::string commPortError, settingsError, openError;
+  std::string settingsError, openError;
   std::string written;
   std::vector<std::string> writes;
   std::vector<std::string> calls;
@@ -250,11 +260,26 @@ struct Box {
   MsgIcon icon;
 };
 
+// The operator at the boxes. A test that states the boxes it expects, in
+// order and with the button pressed, fails on any other box and on one that
+// never came; a test that states none gets `answer` for every box.
 class FakeDialogs : public Dialogs {
  public:
+  ~FakeDialogs() override {
+    for (const auto& e : expected_) AMP_FAKE_FAILURE("no box came for \"" + e.first + "\"");
+  }
+  // The next box holds `part` in its title or text and is answered `press`.
+  FakeDialogs& Expect(std::string part, MsgResult press = MsgResult::OK) {
+    strict_ = true;
+    expected_.emplace_back(std::move(part), press);
+    return *this;
+  }
+  void ExpectNoBox() { strict_ = true; }
+
   MsgResult MsgBox(const std::string& text, MsgButtons, MsgIcon icon, const std::string& title,
                    MsgDefault = MsgDefault::First) override {
     boxes.push_back({title, text, icon});
+    if (strict_) return Expected(title + ": " + text);
     return answer;
   }
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
@@ -288,6 +313,19 @@ class FakeDialogs : public Dialogs {
   std::vector<std::string> prompts;  // every input box as "title|prompt|default", in order
   std::vector<std::string> modals;   // every modal form's name, in order
   std::function<void(ui::Form&)> onModal;
+
+ private:
+  MsgResult Expected(const std::string& box) {
+    if (expected_.empty() || box.find(expected_.front().first) == std::string::npos) {
+      AMP_FAKE_FAILURE("unexpected box \"" + box + "\"");
+      return answer;
+    }
+    const MsgResult press = expected_.front().second;
+    expected_.pop_front();
+    return press;
+  }
+  bool strict_ = false;
+  std::deque<std::pair<std::string, MsgResult>> expected_;
 };
 
 }  // namespace amp::test

@@ -31,7 +31,6 @@ class ScriptedUnit : public LinkParts {
   void Raw(const std::string& command, const std::string& frame) {
     script_[command].push_back(frame);
   }
-  void Silent(const std::string& command) { script_[command].push_back(std::string()); }
 
   static std::string Frame(char first, const std::string& body, char address = 'A') {
     std::string f;
