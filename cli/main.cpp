@@ -326,7 +326,7 @@ std::string Parse(int argc, char** argv, Options& o) {
     return err;
   if (!extras.empty()) {
     const std::string& a = extras.front();
-    return (a.rfind("-", 0) == 0 ? "unknown option '" : "unknown command '") + a + "'";
+    return (a.rfind('-', 0) == 0 ? "unknown option '" : "unknown command '") + a + "'";
   }
   for (const CLI::App* sub : app.get_subcommands()) o.command = sub->get_name();
   if (o.command.empty()) return "no command given";

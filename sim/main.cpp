@@ -1,6 +1,6 @@
 // ampsim: a simulated amplifier unit for trying the host without hardware.
 #include <pthread.h>
-#include <signal.h>
+#include <csignal>
 
 #include <algorithm>
 #include <charconv>
@@ -145,8 +145,8 @@ Cli ParseArgs(int argc, char** argv) {
       ->disable_flag_override()
       ->trigger_on_parse();
   // A value of the named option through `take`, which checks it.
-  auto value = [&app](const char* name, std::function<void(const std::string&)> take) {
-    app.add_option_function<std::string>(name, std::move(take))->trigger_on_parse();
+  auto value = [&app](const char* name, const std::function<void(const std::string&)>& take) {
+    app.add_option_function<std::string>(name, take)->trigger_on_parse();
   };
   auto flag = [&app](const char* name, std::function<void()> set) {
     app.add_flag_callback(name, std::move(set))->disable_flag_override()->trigger_on_parse();

@@ -201,19 +201,6 @@ void Simulator::SetFaults(const Faults& faults) {
   Wake();  // babble may have been switched on
 }
 
-bool Simulator::SetStatus(std::string_view summary, std::string_view fault, std::string_view alarm,
-                          std::string* error) {
-  StatusWords s, f, a;
-  if (!DecodeWords(summary, &s, error) || !DecodeWords(fault, &f, error) ||
-      !DecodeWords(alarm, &a, error))
-    return false;
-  std::lock_guard<std::mutex> lock(mu_);
-  state_.summary = s;
-  state_.fault = f;
-  state_.alarm = a;
-  return true;
-}
-
 void Simulator::SetSilent(bool silent) {
   {
     std::lock_guard<std::mutex> lock(mu_);

@@ -68,10 +68,6 @@ class Simulator {
 
   void SetFaults(const Faults& faults);
 
-  // Status groups as sent, e.g. ("P@@@", "@@@@", "@@@@").
-  bool SetStatus(std::string_view summary, std::string_view fault, std::string_view alarm,
-                 std::string* error = nullptr);
-
   // Silent: the unit hears nothing and says nothing, as with the cable
   // pulled. Clearing it also restarts the silent-after count.
   void SetSilent(bool silent);
@@ -82,14 +78,6 @@ class Simulator {
   static constexpr size_t kKeptFrames = 100'000;
   std::vector<std::string> ReceivedFrames() const;
   void ClearReceivedFrames();
-
-  // Runs `f(UnitState&)` under the lock, e.g.
-  //   sim.WithState([](UnitState& u) { u.fault[0] = 0x01; });
-  template <class F>
-  auto WithState(F&& f) {
-    std::lock_guard<std::mutex> lock(mu_);
-    return f(state_);
-  }
 
  private:
   struct Channel {

@@ -39,7 +39,7 @@ std::string CheckAddress(const std::string& v) {
 
 // One of `words`; else "bad WHAT 'value' (the words)".
 Check OneOf(std::vector<std::string> words, const char* what) {
-  return [words, what](const std::string& v) {
+  return [words = std::move(words), what](const std::string& v) {
     if (std::find(words.begin(), words.end(), v) != words.end()) return std::string();
     std::string list;
     for (const auto& w : words) list += (list.empty() ? "" : ", ") + w;
@@ -50,7 +50,7 @@ Check OneOf(std::vector<std::string> words, const char* what) {
 // The first word of a CLI11 message names the option it is about.
 std::string OptionNamed(const std::string& message) {
   const std::string name = message.substr(0, message.find_first_of(": "));
-  return name.rfind("-", 0) == 0 ? name : "--" + name;
+  return name.rfind('-', 0) == 0 ? name : "--" + name;
 }
 
 }  // namespace
@@ -72,8 +72,7 @@ RunTarget Options::Target(int serialSlot) const {
 }
 
 std::string CheckLineSettings(const std::string& v) {
-  const std::string why =
-      "bad line settings '" + v + "' (baud,parity,data,stop such as 9600,N,8,1)";
+  std::string why = "bad line settings '" + v + "' (baud,parity,data,stop such as 9600,N,8,1)";
   std::vector<std::string> parts;
   std::stringstream in(v);
   for (std::string p; std::getline(in, p, ',');) parts.push_back(p);

@@ -317,7 +317,10 @@ void DesktopApp::ReportSettingsSaveFailure() {
   if (error.empty()) return;
   std::fprintf(stderr, "ampdesk: %s\n", error.c_str());
   std::fflush(stderr);
-  dialogs_.MsgBox(error, MsgButtons::OK, MsgIcon::Exclamation, AmpDesk::kAppTitle);
+  // A run that closes itself after its screenshot has nobody to answer a
+  // box; stderr has told it.
+  if (options_.screenshot.empty())
+    dialogs_.MsgBox(error, MsgButtons::OK, MsgIcon::Exclamation, AmpDesk::kAppTitle);
 }
 
 int DesktopApp::Exec() {

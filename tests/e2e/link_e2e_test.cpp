@@ -14,17 +14,26 @@ using sim::Simulator;
 // A unit of the simulator's own defaults, answered with half a second's
 // patience and without checking the address of the replies.
 struct Session : test::ProfileHost {
-  explicit Session(bool serial) : ProfileHost(Options("", serial)) {
+  explicit Session(bool serial, const sim::UnitState& unit = {})
+      : ProfileHost(WithUnit(Options("", serial), unit)) {
     comms.Link.SetCheckAddress(false);
     comms.Link.SetMsgTimeout(0.5f);
   }
   void UseSerial(const std::string& settings = "9600,N,8,1") { Connect(true, 'A', settings); }
   bool UseTcp() { return Connect(false, 'A'); }
+  static sim::Simulator::Options WithUnit(sim::Simulator::Options o, const sim::UnitState& unit) {
+    o.unit = unit;
+    return o;
+  }
 };
 constexpr bool kSerial = true, kTcp = false;
 
 TEST(SerialEndToEnd, ExchangesThroughPseudoTerminal) {
-  Session s(kSerial);
+  sim::UnitState unit;  // status groups "Q@@A", "@B@@", "@@@D"
+  unit.summary = {0x11, 0, 0, 0x01};
+  unit.fault = {0, 0x02, 0, 0};
+  unit.alarm = {0, 0, 0, 0x04};
+  Session s(kSerial, unit);
   ASSERT_TRUE(s.started);
   s.UseSerial();
   ASSERT_TRUE(s.comms.ExchangeCommand("1"));
@@ -34,7 +43,6 @@ TEST(SerialEndToEnd, ExchangesThroughPseudoTerminal) {
             "A1");
   EXPECT_EQ(s.comms.Link.RxMessage.size(), 7u);
 
-  s.unit.SetStatus("Q@@A", "@B@@", "@@@D");
   ASSERT_TRUE(s.comms.ReadStatusBlock());
   EXPECT_EQ(s.comms.gRespFields[0], "Q@@A");
   EXPECT_EQ(s.comms.gRespFields[1], "@B@@");

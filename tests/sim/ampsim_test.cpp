@@ -84,39 +84,17 @@ Outcome RunToEnd(const std::vector<std::string>& args) {
   return o;
 }
 
-TEST(AmpsimProgram, ServesBothLinksAndStopsCleanlyOnSigterm) {
-  Child c = Spawn({"--tcp", "127.0.0.1:0", "--serial", "--address", "B", "--unit-id", "0x0203",
-                   "--status", "Q@@@,@A@@,@@@@"});
+// The ready line, both links and the plug pulled by SIGUSR1 are what the
+// end-to-end tests run ampsim by; here the clean stop on SIGTERM.
+TEST(AmpsimProgram, StopsCleanlyOnSigterm) {
+  Child c = Spawn({"--tcp", "127.0.0.1:0", "--serial"});
   ASSERT_GT(c.pid, 0);
-  std::string ready = ReadUntil(c.out.get(), "\n", kWaitMs);
   std::smatch m;
-  ASSERT_TRUE(std::regex_match(
-      ready, m, std::regex(R"(ampsim ready tcp=127\.0\.0\.1:(\d+) serial=(/dev/\S+)\n)")))
+  std::string ready = ReadUntil(c.out.get(), "\n", kWaitMs);
+  ASSERT_TRUE(std::regex_search(ready, m, std::regex(R"(tcp=127\.0\.0\.1:(\d+) serial=/dev/)")))
       << ready;
-  int port = std::stoi(m[1]);
-  std::string ptsPath = m[2];
-
-  Fd conn = ConnectTcp(port);
+  Fd conn = ConnectTcp(std::stoi(m[1]));
   ASSERT_TRUE(conn.valid());
-  ASSERT_TRUE(SendAll(conn.get(), TcpFrame('B', "1")));
-  EXPECT_EQ(ReadUntil(conn.get(), "\r\n", kWaitMs), ExpectedReply(true, 'B', "1BC") + "\r\n");
-
-  Fd serial = OpenSerial(ptsPath, B9600);
-  ASSERT_TRUE(serial.valid());
-  ASSERT_TRUE(SendAll(serial.get(), SerialFrame('B', "?!#(")));
-  std::string status = ExpectedReply(true, 'B', "?Q@@@@A@@@@@@");
-  EXPECT_EQ(ReadExactly(serial.get(), status.size(), kWaitMs), status);
-
-  // SIGUSR1 pulls the plug; the program confirms on stderr.
-  ASSERT_EQ(kill(c.pid, SIGUSR1), 0);
-  EXPECT_EQ(ReadUntil(c.err.get(), "\n", kWaitMs), "ampsim: silent\n");
-  ASSERT_TRUE(SendAll(conn.get(), TcpFrame('B', "1")));
-  EXPECT_EQ(ReadFor(conn.get(), 200), "");
-  ASSERT_EQ(kill(c.pid, SIGUSR1), 0);
-  EXPECT_EQ(ReadUntil(c.err.get(), "\n", kWaitMs), "ampsim: answering again\n");
-  ASSERT_TRUE(SendAll(conn.get(), TcpFrame('B', "1")));
-  EXPECT_EQ(ReadUntil(conn.get(), "\r\n", kWaitMs), ExpectedReply(true, 'B', "1BC") + "\r\n");
-
   ASSERT_EQ(kill(c.pid, SIGTERM), 0);
   EXPECT_EQ(WaitExit(c.pid, kWaitMs), 0);
   EXPECT_TRUE(PeerClosed(conn.get(), kWaitMs));

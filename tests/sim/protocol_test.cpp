@@ -186,12 +186,7 @@ TEST(UnitState, StatusWordsAndUnitIdTravelAsSixBitCharacters) {
   EXPECT_FALSE(DecodeWords("P@@?", &w, &error));  // '?' is below 0x40
   EXPECT_NE(error.find("character 4"), std::string::npos);
 
-  EXPECT_EQ(EncodeUnitId(0x0101), "AA");
-  EXPECT_EQ(EncodeUnitId(0x3F00), "\x7F@");
-  EXPECT_TRUE(ValidUnitId(0x3F3F));
-  EXPECT_FALSE(ValidUnitId(0x0040));
-  EXPECT_FALSE(ValidUnitId(0x4000));
-
+  // Unit ids as written on the command line or in a profile.
   uint16_t id = 0;
   EXPECT_TRUE(ParseUnitId("0x0203", &id, &error));
   EXPECT_EQ(id, 0x0203);

@@ -108,11 +108,11 @@ TEST_F(SerialUnit, OtherLineSettingsAndPrintableFraming) {
   EXPECT_EQ(ReadFor(port_.get(), kSilenceMs), "");
   ASSERT_TRUE(SetSerialSpeed(port_.get(), B19200, CSTOPB));
   ASSERT_TRUE(SendAll(port_.get(), PrintableFrame('C', "1")));
-  std::string reply = ExpectedPrintableReply('C', "1AA");
+  std::string reply = PrintableFrame('C', "1AA");
   EXPECT_EQ(ReadExactly(port_.get(), reply.size(), kReplyWaitMs), reply);
   // A bad printable checksum is refused with an empty body.
   ASSERT_TRUE(SendAll(port_.get(), "{C1}!"));
-  reply = ExpectedPrintableReply('C', "");
+  reply = PrintableFrame('C', "");
   EXPECT_EQ(ReadExactly(port_.get(), reply.size(), kReplyWaitMs), reply);
 }
 

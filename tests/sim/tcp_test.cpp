@@ -8,7 +8,6 @@
 #include "sim/simulator.h"
 
 using amp::sim::Simulator;
-using amp::sim::UnitState;
 using namespace simtest;
 
 namespace {
@@ -58,16 +57,19 @@ TEST_F(TcpUnit, RepliesAreByteExact) {
   // Point to point: any address is answered, always with the unit's own.
   EXPECT_EQ(Ask("1", 'B'), Ack("1AA"));
 
-  ASSERT_TRUE(sim_->SetStatus("Q@@@", "@B@@", "C@@D"));
-  sim_->WithState([](UnitState& u) { u.unitId = 0x3F05; });
+  EXPECT_EQ(sim_->ReceivedFrames(), (std::vector<std::string>{"1", "?!#(", "?!#9", "ZZ9", "1"}));
+
+  // A unit of its own: status groups "Q@@@", "@B@@", "C@@D" and id 0x3F05.
+  Simulator::Options o;
+  o.unit.summary = {0x11, 0, 0, 0};
+  o.unit.fault = {0, 0x02, 0, 0};
+  o.unit.alarm = {0x03, 0, 0, 0x04};
+  o.unit.unitId = 0x3F05;
+  StartSim(o);
   EXPECT_EQ(Ask("?!#("), Ack("?Q@@@@B@@C@@D"));
   EXPECT_EQ(Ask("?!#9"), Ack("?Q@@@@B@@C"));
   EXPECT_EQ(Ask("1"), Ack("1\x7F"
                           "E"));
-  EXPECT_FALSE(sim_->SetStatus("Q@@", "@@@@", "@@@@"));
-
-  EXPECT_EQ(sim_->ReceivedFrames(),
-            (std::vector<std::string>{"1", "?!#(", "?!#9", "ZZ9", "1", "?!#(", "?!#9", "1"}));
 }
 
 TEST_F(TcpUnit, PrintableFramingWithCrOnlyLineEnd) {
@@ -79,10 +81,10 @@ TEST_F(TcpUnit, PrintableFramingWithCrOnlyLineEnd) {
   EXPECT_EQ(ReadUntil(conn_.get(), "\r", kReplyWaitMs), "{A1AA}p\r");
   ASSERT_TRUE(Send("{A?!#(}M\r\n"));
   EXPECT_EQ(ReadUntil(conn_.get(), "\r", kReplyWaitMs),
-            ExpectedPrintableReply('A', "?P" + std::string(11, '@')) + "\r");
+            PrintableFrame('A', "?P" + std::string(11, '@')) + "\r");
   // No ACK/NAK byte in this framing: a refusal has an empty body.
   ASSERT_TRUE(Send("{AXY}M\r\n"));
-  EXPECT_EQ(ReadUntil(conn_.get(), "\r", kReplyWaitMs), ExpectedPrintableReply('A', "") + "\r");
+  EXPECT_EQ(ReadUntil(conn_.get(), "\r", kReplyWaitMs), PrintableFrame('A', "") + "\r");
   // A unit set up for printable framing does not understand STX frames.
   ASSERT_TRUE(Send(TcpFrame('A', "1")));
   EXPECT_EQ(ReadFor(conn_.get(), kSilenceMs), "");
