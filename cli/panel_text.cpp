@@ -36,6 +36,7 @@ std::vector<std::string> ShownRows(const Arrays&... arrays) {
   std::stable_sort(rows.begin(), rows.end(),
                    [](const ui::Label* a, const ui::Label* b) { return a->Top() < b->Top(); });
   std::vector<std::string> out;
+  out.reserve(rows.size());
   for (const ui::Label* l : rows) out.push_back(l->Caption());
   return out;
 }

@@ -3,6 +3,7 @@
 #include <termios.h>
 
 #include <cctype>
+#include <cmath>
 #include <vector>
 
 #include "basic/numbers.h"
@@ -63,7 +64,7 @@ double LineSettings::BitsPerChar() const {
 
 long long LineSettings::CharNanos() const {
   if (baud <= 0) return 0;
-  return static_cast<long long>(BitsPerChar() * 1e9 / baud + 0.5);
+  return std::llround(BitsPerChar() * 1e9 / baud);
 }
 
 std::string LineSettings::ToString() const {

@@ -81,7 +81,7 @@ bool FileExists(const std::string& path) {
 
 std::vector<std::string> SearchDirs() {
   std::vector<std::string> dirs;
-  if (const char* env = std::getenv("AMPSIM_PROFILE_DIR"); env && *env) dirs.push_back(env);
+  if (const char* env = std::getenv("AMPSIM_PROFILE_DIR"); env && *env) dirs.emplace_back(env);
   if (!BuiltInProfileDir().empty()) dirs.push_back(BuiltInProfileDir());
   return dirs;
 }
@@ -288,7 +288,8 @@ std::string ResolveProfile(const std::string& nameOrPath) {
   if (nameOrPath.empty()) return {};
   if (nameOrPath.find('/') != std::string::npos || FileExists(nameOrPath)) return nameOrPath;
   for (const auto& dir : SearchDirs()) {
-    std::string candidate = dir + "/" + nameOrPath + ".profile";
+    std::string candidate = dir;
+    candidate.append("/").append(nameOrPath).append(".profile");
     if (FileExists(candidate)) return candidate;
   }
   return {};

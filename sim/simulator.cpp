@@ -9,6 +9,7 @@
 #include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
+#include <cmath>
 
 #include <algorithm>
 #include <cerrno>
@@ -457,7 +458,7 @@ bool Simulator::WriteChunk(Channel& ch, std::string_view bytes) {
   if (!paced) return WriteAll(ch, bytes);
   // Each byte leaves once its wire time has passed, on an absolute schedule so
   // sleep overshoot on one byte is made up on the next.
-  const long long charNs = static_cast<long long>(line_.BitsPerChar() * 1e9 / opts_.baud + 0.5);
+  const long long charNs = std::llround(line_.BitsPerChar() * 1e9 / opts_.baud);
   long long due = NowNs();
   for (char c : bytes) {
     due += charNs;

@@ -37,7 +37,10 @@ std::string SearchAddresses(SearchContext& s, const std::string& settings, int a
   std::string found;
   for (int code = a; code <= b; ++code) {
     const std::string address(1, static_cast<char>(code));
-    if (s.DisplayStatusMsg) s.DisplayStatusMsg("Searching: " + address + ", " + settings);
+    if (s.DisplayStatusMsg) {
+      std::string status = "Searching: ";
+      s.DisplayStatusMsg(status.append(address).append(", ").append(settings));
+    }
     link.SetDeviceAddress(address);
     if (s.ReadUnitIDWord() >= 0) {
       // The unit's own spelling of its address is what later frames carry.
