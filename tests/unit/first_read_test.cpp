@@ -115,28 +115,7 @@ TEST(FirstTimeRead, SilentUnitStillComesUpWithDefaults) {
   EXPECT_FALSE(b.ps.gInPanelUpdate);
 }
 
-TEST(FirstTimeRead, SecondStatusWordChoosesThePollQuery) {
-  Bench b;
-  ScriptSolidState(b.s);
-  b.s.comms.gOneCharAlarm = true;  // as an old unit left it
-  b.first.FirstTimeRead();
-  EXPECT_FALSE(b.s.comms.gOneCharAlarm);
-  EXPECT_EQ(b.s.comms.StatusQuery(), "?!#(");
-
-  Bench old;
-  ScriptSolidState(old.s, "?T@A@", false);
-  old.first.FirstTimeRead();
-  EXPECT_TRUE(old.s.comms.gOneCharAlarm);
-}
-
 TEST(FirstTimeRead, OemNameMustHaveTwentyCharacters) {
-  Bench b;
-  ScriptSolidState(b.s);
-  b.s.Answer(".?P131", ".P131 KU 400W SSPA   ORV01");
-  b.first.FirstTimeRead();
-  EXPECT_EQ(b.v.gOemName, "KU 400W SSPA   ORV01");
-  EXPECT_TRUE(b.f.mnuOemName.Enabled());
-
   Bench shorter;
   ScriptSolidState(shorter.s);
   shorter.v.gOemName = "a name from before   ";
@@ -158,36 +137,6 @@ TEST(FirstTimeRead, ConstantLevelInTheDisplayUnit) {
   // number text.
   EXPECT_EQ(b.f.txtConstLvl.Text(), "100");
   EXPECT_EQ(b.Count("G?"), 2);
-}
-
-TEST(FirstTimeRead, TubeAndSolidStatePanelsDiffer) {
-  Bench sspa;
-  ScriptSolidState(sspa.s);
-  sspa.first.FirstTimeRead();
-  EXPECT_EQ(sspa.f.Label19.Caption(), "PS:");
-  EXPECT_EQ(sspa.f.Label31.Caption(), "Vdd On");  // the summary wrote the state over "Tx On"
-  EXPECT_EQ(sspa.f.lblUnitTempType.Caption(), "SSPA");
-  EXPECT_EQ(sspa.f.Caption(), "AmpDesk Control Utility - SSPA");
-  EXPECT_FALSE(sspa.f.Frame30.Visible());
-  EXPECT_FALSE(sspa.f.mnuHeaterState.Visible() || sspa.f.mnuHtrStby.Visible());
-
-  Bench twta;
-  ScriptTube127(twta.s);
-  twta.s.Answer(":?", ":1");
-  twta.s.Answer("PBH?", "PBH0");
-  twta.first.FirstTimeRead();
-  EXPECT_EQ(twta.f.Label19.Caption(), "Htr:");
-  EXPECT_EQ(twta.f.Label31.Caption(), "HV On");
-  EXPECT_EQ(twta.f.lblUnitTempType.Caption(), "TWTA");
-  EXPECT_EQ(twta.f.Caption(), "AmpDesk Control Utility");
-  EXPECT_TRUE(twta.f.Frame30.Visible());
-  EXPECT_FALSE(twta.f.Frame14.Visible());
-  EXPECT_TRUE(twta.f.mnuHtrStby.Visible() && twta.f.mnuHtrStby.Checked());
-  EXPECT_TRUE(twta.f.mnuHeaterState.Visible() && !twta.f.mnuHeaterState.Checked());
-  // The arc test is offered on project 127 whatever its fault word says.
-  EXPECT_TRUE(twta.f.mnuWgArcTest.Visible());
-  EXPECT_GE(twta.Position("YO10?"), 0);  // the project's extra block
-  EXPECT_GE(twta.Position("PBUH?"), 0);
 }
 
 TEST(FirstTimeRead, TouchScreenTubeKeepsItsOwnParameterLog) {
@@ -220,38 +169,7 @@ TEST(FirstTimeRead, InletTemperatureOnlyWithinItsRange) {
   EXPECT_EQ(none.Position("?t"), -1);
 }
 
-TEST(FirstTimeRead, FaultWordOffersTheArcTest) {
-  Bench b;
-  ScriptSolidState(b.s);
-  b.s.Answer("YIF?", "YIF65535,15");
-  b.s.Answer("YIA?", "YIA4095");
-  b.first.FirstTimeRead();
-  EXPECT_EQ(b.v.gFaultMask, 65535);
-  EXPECT_TRUE(b.v.gExtendedFaults);
-  EXPECT_EQ(b.v.gFaultMaskHigh, 15);
-  EXPECT_EQ(b.v.gAlarmMask, 4095);
-  EXPECT_TRUE(b.f.mnuWgArcTest.Visible());
-
-  Bench noArc;
-  ScriptSolidState(noArc.s);
-  noArc.s.Answer("YIF?", "YIF65534");
-  noArc.first.FirstTimeRead();
-  EXPECT_FALSE(noArc.v.gExtendedFaults);
-  EXPECT_FALSE(noArc.f.mnuWgArcTest.Visible());
-}
-
 TEST(InitUnitCfg, ConfigurationWordBecomesFlags) {
-  Bench tube;
-  tube.u.gIsTWTA = true;
-  tube.u.gProjectID = 108;
-  tube.s.Answer("YM?", "YM518");  // 512 + 4 + 2
-  tube.first.InitUnitCfg();
-  EXPECT_EQ(tube.u.gUnitCfgFlags, 518);
-  EXPECT_TRUE(tube.u.gIsDualTWT);
-  EXPECT_TRUE(tube.v.gRfBandSelectable);
-  EXPECT_FALSE(tube.f.mnuRack.Checked());
-  EXPECT_TRUE(tube.f.mnuAutoClrBUC.Checked());
-
   // The dual-tube bit means a second umbilical on a solid-state unit.
   Bench sspa;
   sspa.u.gProjectID = 120;
@@ -271,13 +189,6 @@ TEST(InitUnitCfg, ConfigurationWordBecomesFlags) {
   unknown.first.InitUnitCfg();
   EXPECT_EQ(unknown.u.gUnitCfgFlags, 1);
   EXPECT_FALSE(unknown.f.mnuRack.Checked());
-
-  // Project 139 has no word to read.
-  Bench fbdc;
-  fbdc.u.gProjectID = 139;
-  fbdc.first.InitUnitCfg();
-  EXPECT_EQ(fbdc.u.gUnitCfgFlags, 1);
-  EXPECT_EQ(fbdc.Position("YM?"), -1);
 }
 
 TEST(PanelForms, DisableFormInItsOrder) {

@@ -19,28 +19,6 @@ using test::ScriptedUnit;
 
 using Bench = test::UnitBench;
 
-TEST(SubBands, HoleEndsTheListAndCurrentOneIsShown) {
-  Bench b;
-  b.s.Answer("PBS1?", "PBS125.75");
-  b.s.Answer("PBS2?", "PBS200.00");  // no frequency: a hole
-  b.s.Answer("PBS3?", "PBS330.55");
-  for (int n = 4; n <= 8; ++n) b.s.Refuse("PBS" + std::to_string(n) + "?");
-  b.s.Answer("PBS?", "PBS125.75");
-  b.f.mnuSubB(3).SetVisible(true);
-  b.setup.UpdateSubBands();
-
-  EXPECT_EQ(b.v.gSubBandCount, 1);
-  EXPECT_EQ(b.v.gSubBandFreqs[1], "25.75");
-  EXPECT_EQ(b.v.gSubBandFreqs[3], "");
-  EXPECT_EQ(b.f.mnuSubB(1).Caption(), "#1   25.75 GHz");
-  EXPECT_FALSE(b.f.mnuSubB(3).Visible());  // after the hole, though its frequency is good
-  EXPECT_EQ(b.v.gCurrentSubBand, 1);
-  EXPECT_TRUE(b.f.mnuSubB(1).Checked());
-  EXPECT_TRUE(b.f.mnuSubBands.Visible());
-  EXPECT_TRUE(b.f.lblSBandFrq.Visible() && b.f.lblSband.Visible());
-  EXPECT_EQ(b.f.lblSBandFrq.Caption(), "#1   25.75 GHz");
-}
-
 TEST(SubBands, NoCurrentSubBandHidesTheMenuAndLabel) {
   for (const char* current : {"PBS0     ", "PBS9     "}) {
     Bench b;
@@ -70,34 +48,6 @@ TEST(Bands, UnitWithoutBandCommandStopsAtTheFirstRefusal) {
   EXPECT_FALSE(b.v.gRfBandSupported);
   EXPECT_FALSE(b.Sent(".?B2"));
   EXPECT_EQ(b.f.cmbRfBand.ListCount(), 0);
-}
-
-TEST(TripLevels, LinesFollowTheUnitExceptTheOneBeingEdited) {
-  Bench b;
-  b.v.gFwdMindBm = 45.0f;
-  b.s.Answer("?HLR", "?F57.0A40.0D47.0");
-  b.f.txtFhiLvl.SetText("typing");
-  b.v.mFhiHasFocus = true;
-  b.ps.gInPanelUpdate = false;
-  bool clickGuarded = false;
-  b.f.cmbFloTripType.Click = [&] { clickGuarded = b.ps.gInPanelUpdate; };
-  b.setup.InitRFTripLevels();
-
-  EXPECT_EQ(b.f.txtFhiLvl.Text(), "typing");
-  EXPECT_EQ(b.f.cmbFhiTripType.ListIndex(), -1);
-  EXPECT_EQ(b.f.cmbFloTripType.ListIndex(), 2);  // alarm
-  EXPECT_EQ(b.f.txtFloLvl.Text(), "45.0");       // raised to the band floor
-  EXPECT_EQ(b.f.cmbRhiTripType.ListIndex(), 0);  // disabled
-  EXPECT_EQ(b.f.txtRhiLvl.Text(), "47.0");
-  EXPECT_TRUE(clickGuarded);
-  EXPECT_FALSE(b.ps.gInPanelUpdate);  // put back as it was
-
-  b.v.mFhiHasFocus = false;
-  b.ps.gDisplayWatts = true;
-  b.setup.InitRFTripLevels();
-  EXPECT_EQ(b.f.cmbFhiTripType.ListIndex(), 1);
-  EXPECT_EQ(b.f.txtFhiLvl.Text(), "501.2");  // 57 dBm in Watts
-  EXPECT_EQ(b.f.txtRhiLvl.Text(), "50.1");
 }
 
 TEST(TripLevels, ShortReplyChangesNothing) {
