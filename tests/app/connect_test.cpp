@@ -89,26 +89,6 @@ TEST_F(ConnectFixture, SearchFindsTheUnitAndTheSessionStarts) {
   EXPECT_TRUE(rig.dialogs.boxes.empty());
 }
 
-TEST_F(ConnectFixture, ThirdFailedPollEndsTheSessionOnThePanel) {
-  FakeLineUnit unit(rig.port, 'A', "9600,N,8,1");
-  Click(f->btnConnect);
-  ASSERT_EQ(f->btnConnect.Caption(), "Disconnect");
-  // The panel's timer control follows the host timer, whoever changes it.
-  std::vector<bool> timerSeen;
-  f->AddObserver([&](ui::Control* c) {
-    if (c == &f->Timer1) timerSeen.push_back(f->Timer1.TimerEnabled());
-  });
-  unit.silent = true;
-  for (int i = 0; i < 3; ++i) rig.timer.Tick();
-  EXPECT_EQ(f->btnConnect.Caption(), "Connect");
-  EXPECT_FALSE(rig.timer.enabled);
-  EXPECT_EQ(timerSeen, std::vector<bool>{false});
-  EXPECT_TRUE(f->mnuConnect.Enabled());
-  EXPECT_TRUE(f->mnuAdvSrch.Enabled());
-  EXPECT_FALSE(f->txtAtnDB.Enabled());
-  EXPECT_TRUE(rig.dialogs.boxes.empty());  // a lost unit shows no box
-}
-
 TEST_F(ConnectFixture, NoUnitGivesUnitNotFoundAndTheButtonBack) {
   FakeLineUnit unit(rig.port, 'E', "9600,N,8,1");
   Click(f->btnConnect);
@@ -128,14 +108,6 @@ TEST_F(ConnectFixture, NoUnitGivesUnitNotFoundAndTheButtonBack) {
   EXPECT_EQ(unit.probes.size(), 36u + 5u);
   EXPECT_EQ(f->btnConnect.Caption(), "Disconnect");
   EXPECT_FALSE(d->gExtendedSearch);
-}
-
-TEST_F(ConnectFixture, AdvancedSearchCoversTheAlphabet) {
-  FakeLineUnit unit(rig.port, 'Y', "4800,O,7,1");
-  Click(f->mnuAdvSrch);
-  EXPECT_EQ(unit.probes.size(), 11u * 26u + 25u);
-  EXPECT_EQ(d->comms.Link.DeviceAddress(), "Y");
-  EXPECT_FALSE(d->gAdvancedSearch);
 }
 
 TEST_F(ConnectFixture, ClosingTheProgramStopsASearch) {
