@@ -22,19 +22,6 @@ class Transmit : public ::testing::Test {
   PowerControlsRig r;
 };
 
-TEST_F(Transmit, PollFlippingTheTransmitterBoxSendsNothing) {
-  constexpr int kOn = 16, kRemote = 4;
-  r.u.gIsTWTA = true;
-  r.d.SetSummaryStatus(test::Status({kOn | kRemote, 0, 0, 0}));
-  ASSERT_EQ(r.f.chkPS.Value(), 1);
-  r.d.SetSummaryStatus(test::Status({kRemote, 0, 0, 0}));
-  ASSERT_EQ(r.f.chkPS.Value(), 0);
-  EXPECT_EQ(r.Sent("@"), 0);
-  EXPECT_EQ(r.Sent("A"), 0);
-  EXPECT_TRUE(r.s.dialogs.boxes.empty());
-  EXPECT_FALSE(r.st.gInPanelUpdate);
-}
-
 TEST_F(Transmit, SwitchingOnPausesThePollAndRefreshesTheUnitsReadouts) {
   r.u.gIsTWTA = true;
   r.s.Answer(".?P54", ".P54 0");
@@ -111,17 +98,6 @@ TEST_F(Transmit, InhibitReadBackAfterTheTransmitterKeepsBothInStep) {
   r.SetHeld(r.f.chkPS, 0);
   r.f.chkPS.SetValue(1);
   EXPECT_EQ(r.Sent("I"), 1);
-}
-
-TEST_F(Transmit, InhibitBoxSendsItsCommandAndNothingElse) {
-  r.f.chkRFI.SetValue(1);
-  r.f.chkRFI.SetValue(0);
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"I", "J"}));
-  EXPECT_TRUE(r.f.Timer1.TimerEnabled());
-
-  r.st.gInPanelUpdate = true;  // the panel's own write
-  r.f.chkRFI.SetValue(1);
-  EXPECT_EQ(r.s.sent.size(), 2u);
 }
 
 TEST_F(Transmit, FaultResetRunsWithThePollStoppedAndIgnoresTheEchoGuard) {

@@ -46,19 +46,11 @@ TEST_F(WaveguideTest, AutomaticModeFollowsTheCheckBox) {
 }
 
 TEST_F(WaveguideTest, APollWritingTheGroupSendsNothing) {
-  // Remote, switch 2 on B, automatic, switch 1 on A; configuration 6.
+  // Every control of the group moves one way, then the other (what each
+  // shows is the summary display's).
   r.d.SetSummaryStatus(Status({4, 0, 16 | 4 | 1, 6}));
-  EXPECT_EQ(r.f.cmbWgCfg.ListIndex(), 5);
-  EXPECT_EQ(r.f.cmbWgSw1.ListIndex(), 0);
-  EXPECT_EQ(r.f.cmbWgSw2.ListIndex(), 1);
-  EXPECT_EQ(r.f.chkAutoMode.Value(), 1);
-  // Then everything moves the other way.
   r.d.SetSummaryStatus(Status({4, 0, 8 | 2, 1}));
-  EXPECT_EQ(r.f.cmbWgCfg.ListIndex(), 1);
-  EXPECT_EQ(r.f.cmbWgSw1.ListIndex(), 1);
-  EXPECT_EQ(r.f.cmbWgSw2.ListIndex(), 0);
-  EXPECT_EQ(r.f.chkAutoMode.Value(), 0);
-
+  ASSERT_EQ(r.f.cmbWgCfg.ListIndex(), 1);
   EXPECT_TRUE(r.s.sent.empty());
   EXPECT_TRUE(r.s.dialogs.boxes.empty());
   // The operator's next choice does go out.
