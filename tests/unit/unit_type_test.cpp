@@ -40,6 +40,7 @@ TEST(UnitType, UnitWithoutFirmwareIdentity) {
   ScriptedUnit s;
   s.Refuse("YT");
   s.Answer("00", VersionBody("1234-567", "OLD1", "1.5", "NOT SET"));
+  s.Answer("0C", "0C1.07");
   UnitDescriptor u;
   u.gFWPartNumber = "715-2274-00X";  // left from before: nothing replaces it
   u.gIsProject127 = true;
@@ -50,6 +51,7 @@ TEST(UnitType, UnitWithoutFirmwareIdentity) {
   EXPECT_TRUE(u.gFWFamilyA);
   EXPECT_TRUE(u.gIsProject127);  // not cleared by a different project
   EXPECT_EQ(u.gFWVersion, 150);
+  EXPECT_EQ(u.gBootVersion, "1.07");  // kept for configuration file headers
 }
 
 TEST(UnitType, PartNumberTable) {
