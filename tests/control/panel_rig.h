@@ -51,11 +51,6 @@ struct PanelBase : DisplayRig {
   void Leave(ui::TextBox& box) {
     if (box.LostFocus) box.LostFocus();
   }
-  // Where `command` was first sent, or -1.
-  int IndexOf(const std::string& command) const {
-    auto it = std::find(s.sent.begin(), s.sent.end(), command);
-    return it == s.sent.end() ? -1 : static_cast<int>(it - s.sent.begin());
-  }
   // Sent commands that are not reads (no "?" in them).
   std::vector<std::string> SetCommands() const {
     std::vector<std::string> out;

@@ -71,24 +71,24 @@ TEST(FirstTimeRead, AsksInTheOrderEachStepRestsOn) {
       "PR?",    "YC?",  "PBCA?",  ".?P92",  "PEI?",  "PBW?",  "PBO?"};
   long last = -1;
   for (const std::string& command : order) {
-    const long at = b.Position(command);
+    const long at = b.IndexOf(command);
     ASSERT_GE(at, 0) << command << " was never sent";
     EXPECT_GT(at, last) << command << " came before the step it follows";
     last = at;
   }
   // The constant level is asked twice and the second answer kept.
-  EXPECT_EQ(b.Count("G?"), 2);
+  EXPECT_EQ(b.Sent("G?"), 2);
   EXPECT_EQ(b.f.txtConstLvl.Text(), "50.0");
   EXPECT_TRUE(b.s.comms.gFirstReadDone);
-  EXPECT_FALSE(b.ps.gInPanelUpdate);
+  EXPECT_FALSE(b.st.gInPanelUpdate);
 }
 
 TEST(FirstTimeRead, ChecksWrittenDuringTheReadSendNothing) {
   Bench b;
   ScriptSolidState(b.s, "?V@A@");  // transmitter on, constant power on
   std::vector<bool> guardedClicks;
-  b.f.chkPS.Click = [&] { guardedClicks.push_back(b.ps.gInPanelUpdate); };
-  b.f.chkConstPwr.Click = [&] { guardedClicks.push_back(b.ps.gInPanelUpdate); };
+  b.f.chkPS.Click = [&] { guardedClicks.push_back(b.st.gInPanelUpdate); };
+  b.f.chkConstPwr.Click = [&] { guardedClicks.push_back(b.st.gInPanelUpdate); };
   b.first.FirstTimeRead();
   EXPECT_EQ(b.f.chkPS.Value(), 1);
   EXPECT_EQ(b.f.chkConstPwr.Value(), 1);
@@ -102,7 +102,7 @@ TEST(FirstTimeRead, SilentUnitStillComesUpWithDefaults) {
   // No identity: an old tube of project -1, whose constant level is not asked.
   EXPECT_TRUE(b.u.gIsTWTA);
   EXPECT_EQ(b.u.gProjectID, -1);
-  EXPECT_EQ(b.Count("G?"), 0);
+  EXPECT_EQ(b.Sent("G?"), 0);
   EXPECT_TRUE(b.s.comms.gOneCharAlarm);
   EXPECT_EQ(b.s.comms.StatusQuery(), "?!#9");
   EXPECT_FLOAT_EQ(b.v.gMaxAttendB, 30.0f);
@@ -112,7 +112,7 @@ TEST(FirstTimeRead, SilentUnitStillComesUpWithDefaults) {
   EXPECT_FALSE(b.f.mnuReturnLoss.Visible() || b.f.mnuMaxPwrLvl.Visible());
   EXPECT_TRUE(b.f.btnGoToPwr.Enabled());
   EXPECT_TRUE(b.s.comms.gFirstReadDone);
-  EXPECT_FALSE(b.ps.gInPanelUpdate);
+  EXPECT_FALSE(b.st.gInPanelUpdate);
 }
 
 // The poll's summary writes the tube's state over Label31; without one the
@@ -143,11 +143,11 @@ TEST(FirstTimeRead, ConstantLevelInTheDisplayUnit) {
   b.s.Answer("G?", "G50.0");
   b.f.mnuWatts.SetCaption("Display dBm");  // Watts are showing
   b.first.FirstTimeRead();
-  EXPECT_TRUE(b.ps.gDisplayWatts);
+  EXPECT_TRUE(b.st.gDisplayWatts);
   // Only the second answer counts: 50 dBm is 100 W, written as the plain
   // number text.
   EXPECT_EQ(b.f.txtConstLvl.Text(), "100");
-  EXPECT_EQ(b.Count("G?"), 2);
+  EXPECT_EQ(b.Sent("G?"), 2);
 }
 
 TEST(FirstTimeRead, TouchScreenTubeKeepsItsOwnParameterLog) {
@@ -170,14 +170,14 @@ TEST(FirstTimeRead, InletTemperatureOnlyWithinItsRange) {
   hot.s.Answer("PBKI?", "PBKI25");
   hot.s.Answer("?t", "?119.0");
   hot.first.FirstTimeRead();
-  EXPECT_FALSE(hot.ps.gInletTemp);
+  EXPECT_FALSE(hot.st.gInletTemp);
   EXPECT_FALSE(hot.f.txtTemp2.Visible());
 
   // Without an inlet alarm level the inlet is not asked at all.
   Bench none;
   ScriptTube127(none.s);
   none.first.FirstTimeRead();
-  EXPECT_EQ(none.Position("?t"), -1);
+  EXPECT_EQ(none.IndexOf("?t"), -1);
 }
 
 TEST(InitUnitCfg, ConfigurationWordBecomesFlags) {
@@ -205,7 +205,7 @@ TEST(InitUnitCfg, ConfigurationWordBecomesFlags) {
   Bench fbdc;
   fbdc.u.gProjectID = 139;
   fbdc.first.InitUnitCfg();
-  EXPECT_EQ(fbdc.Position("YM?"), -1);
+  EXPECT_EQ(fbdc.IndexOf("YM?"), -1);
 }
 
 TEST(PanelForms, DisableFormInItsOrder) {
@@ -288,15 +288,15 @@ TEST(PanelForms, ClearFormEmptiesThePanelButNotTheAlarmPlaceholder) {
   b.f.txtFdBm.SetText("55.0");
   b.f.mnuLEDMode.SetChecked(true);
   std::vector<bool> guardedClicks;
-  b.f.chkPS.Click = [&] { guardedClicks.push_back(b.ps.gInPanelUpdate); };
+  b.f.chkPS.Click = [&] { guardedClicks.push_back(b.st.gInPanelUpdate); };
 
   b.first.ClearForm();
   EXPECT_TRUE(b.f.NoAlarms.Visible());  // no clearing step hides it
   EXPECT_FALSE(b.f.NoFaults.Visible());
   EXPECT_FALSE(b.f.Label31.Visible());
   EXPECT_EQ(b.f.Caption(), "AmpDesk Control Utility");
-  EXPECT_TRUE(b.ps.gInPanelUpdate);
-  EXPECT_FALSE(b.ps.gInletTemp);
+  EXPECT_TRUE(b.st.gInPanelUpdate);
+  EXPECT_FALSE(b.st.gInletTemp);
   EXPECT_FALSE(b.s.comms.gFirstReadDone);
   for (const ui::TextBox* t : {&b.f.txtPN, &b.f.txtSN, &b.f.txtFrmRev, &b.f.txtCplDate, &b.f.txtAdr,
                                &b.f.txtFdBm, &b.f.txtConstLvl, &b.f.txtTemp})

@@ -130,16 +130,16 @@ TEST(TubeMonitors, CathodeDisplayOnlyWhenMonitored) {
   b.setup.InitCathodeCurrentDisplay();
   EXPECT_TRUE(b.v.gNegAnodeEnabled);
   EXPECT_EQ(b.v.gNegAnodeStart, 300);
-  EXPECT_TRUE(b.ps.gCathodeDisplay);
+  EXPECT_TRUE(b.st.gCathodeDisplay);
   EXPECT_EQ(b.v.gCathodeScalar, 4095);  // clamped
   EXPECT_EQ(b.v.gIdealCathodeCurrent, 180);
   EXPECT_TRUE(b.f.txtCathI.Visible());
 
   Bench off;
-  off.ps.gCathodeDisplay = true;
+  off.st.gCathodeDisplay = true;
   off.s.Answer("PBFM?", "PBFM3");
   off.setup.InitCathodeCurrentDisplay();
-  EXPECT_FALSE(off.ps.gCathodeDisplay);
+  EXPECT_FALSE(off.st.gCathodeDisplay);
   EXPECT_FALSE(off.Sent("PBFF?"));
   EXPECT_FALSE(off.Sent("PBFO?"));
   EXPECT_FALSE(off.f.txtCathI.Visible());
