@@ -210,25 +210,6 @@ TEST(PanelScriptCheck, ControlsAreFoundOnTheirFormsAndMustTakeTheAction) {
 
 // --------------------------------------------------------------------- runs
 
-TEST(PanelScriptRun, AnswersTheSerialSettingsDialog) {
-  Rig rig;
-  ASSERT_EQ(rig.desk->comms.Link.CommSettings(), "9600,N,8,1");
-  const auto failure = rig.Run(
-      "click mnuComPort(0)\n"
-      "dump\n"
-      "select frmCom.cbBaud 19200\n"
-      "click frmCom.optParity(1)\n"
-      "click frmCom.optStopBits(1)\n"
-      "click frmCom.cmdOK\n"
-      "dump\n");
-  ASSERT_FALSE(failure) << failure->Text();
-  EXPECT_EQ(rig.desk->comms.Link.CommSettings(), "19200,E,8,2");
-  EXPECT_EQ(rig.desk->frmCom.Caption(), "Com1 Port Settings");
-  EXPECT_FALSE(rig.desk->frmCom.Loaded());
-  EXPECT_EQ(rig.dumps, (std::vector<std::string>{"frmCom", "-"}));
-  EXPECT_EQ(rig.ends, std::vector<std::string>{"-"});
-}
-
 TEST(PanelScriptRun, ADialogLeftOpenIsReportedOpenThenCancelled) {
   Rig rig;
   const auto failure = rig.Run("click mnuComPort(0)\nselect frmCom.cbBaud 4800\n");

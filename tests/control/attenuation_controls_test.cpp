@@ -27,25 +27,6 @@ TEST_F(Attenuation, FieldPassesDigitsPointAndBackspaceOnly) {
   EXPECT_TRUE(r.s.sent.empty());
 }
 
-TEST_F(Attenuation, TypedValueGoesOutAsTypedWhileTheArrowsStopAtTheLimits) {
-  r.v.gMaxAttendB = 30.0f;
-  r.TypeEnter(r.f.txtAtnDB, "30.5");
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"K30.5"}));
-
-  r.s.sent.clear();
-  r.f.txtAtnDB.SetText("29.9");
-  r.f.UpDown1.UpClick();
-  EXPECT_EQ(r.f.txtAtnDB.Text(), "30.0");
-  r.f.UpDown1.UpClick();  // 30.1 is beyond the maximum: nothing at all
-  EXPECT_EQ(r.f.txtAtnDB.Text(), "30.0");
-  r.f.txtAtnDB.SetText("0.1");
-  r.f.UpDown1.DownClick();
-  r.f.UpDown1.DownClick();  // and below zero
-  EXPECT_EQ(r.f.txtAtnDB.Text(), "0.0");
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"K30.0", "K0.0"}));
-  EXPECT_TRUE(r.s.dialogs.boxes.empty());
-}
-
 TEST_F(Attenuation, PastedNegativeValuePutsBackTheUnitsAttenuation) {
   r.s.Answer("?A", "?12.25");
   r.f.txtAtnDB.SetText("-3");

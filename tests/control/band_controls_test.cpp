@@ -121,22 +121,6 @@ TEST_F(BandTest, OutOfRangeSubBandSendsTheBareCommand) {
 
 // ------------------------------------------------------------- the dialog
 
-TEST_F(BandTest, DialogListsSubBandsUpToTheFirstHole) {
-  LoadSubBands({"25.75", "", "30.55"}, {"PBS125.75"});
-  std::vector<std::string> shown;
-  OpenSubBandDialog([&](ui::FrmSetSubBand& d) {
-    for (int i = 0; i < 8; ++i)
-      if (d.optSelectedSB[i].Visible()) shown.push_back(d.optSelectedSB[i].Caption());
-    EXPECT_TRUE(d.optSelectedSB[0].Value());
-  });
-  // Two blanks in the dialog, three in the menu.
-  EXPECT_EQ(shown, std::vector<std::string>{"#1  25.75 GHz"});
-  EXPECT_EQ(r.f.mnuSubB1.Caption(), "#1   25.75 GHz");
-  EXPECT_FALSE(r.f.mnuSubB3.Visible());
-  // Loading it selected the current button without sending anything.
-  EXPECT_TRUE(r.s.sent.empty());
-}
-
 TEST_F(BandTest, DialogChoiceSelectsAndClosesWithThePollStopped) {
   LoadSubBands({"10.00", "11.00", "12.00"}, {"PBS110.00"});
   OpenSubBandDialog([](ui::FrmSetSubBand& d) { d.optSelectedSB[2].SetValue(true); });

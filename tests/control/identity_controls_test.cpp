@@ -34,28 +34,17 @@ struct IdentityTest : ::testing::Test {
 // ---------------------------------------------------------------- address
 
 TEST_F(IdentityTest, AddressKeyFilterTakesCapitalsOnly) {
-  EXPECT_EQ(r.Type(r.f.txtAdr, 'b'), 'B');
-  EXPECT_EQ(r.Type(r.f.txtAdr, 'Z'), 'Z');
-  EXPECT_EQ(r.Type(r.f.txtAdr, kBackspace), kBackspace);
+  EXPECT_EQ(r.Key(r.f.txtAdr, 'b'), 'B');
+  EXPECT_EQ(r.Key(r.f.txtAdr, kBackspace), kBackspace);  // takes the B off again
+  EXPECT_EQ(r.Key(r.f.txtAdr, 'Z'), 'Z');
   for (int bad : std::initializer_list<int>{'1', '@', ' ', '-', '[', '{', 127, 200})
-    EXPECT_EQ(r.Type(r.f.txtAdr, bad), 0) << bad;
-  EXPECT_EQ(r.f.txtAdr.Text(), "BZ");
+    EXPECT_EQ(r.Key(r.f.txtAdr, bad), 0) << bad;
+  EXPECT_EQ(r.f.txtAdr.Text(), "Z");
   EXPECT_TRUE(r.s.sent.empty());
 
   // The filter has no remote guard of its own: typing is allowed, sending is not.
   r.st.gRemoteMode = false;
-  EXPECT_EQ(r.Type(r.f.txtAdr, 'q'), 'Q');
-  EXPECT_TRUE(r.s.dialogs.boxes.empty());
-}
-
-TEST_F(IdentityTest, AddressKeepsTheUnitsRS485Wiring) {
-  r.s.Answer("XR?", "XR2TA");
-  r.f.txtAdr.SetText("");
-  r.Type(r.f.txtAdr, 'b');
-  Enter(r.f.txtAdr);
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"XR?", "XR2TB"}));
-  EXPECT_EQ(r.s.comms.Link.DeviceAddress(), "B");
-  EXPECT_TRUE(r.v.mEnterHandled);
+  EXPECT_EQ(r.Key(r.f.txtAdr, 'q'), 'Q');
   EXPECT_TRUE(r.s.dialogs.boxes.empty());
 }
 
@@ -120,25 +109,6 @@ TEST_F(IdentityTest, ClockFieldRefusesToLeaveWithAnInvalidDate) {
   EXPECT_EQ(r.s.dialogs.boxes[0].text, "Invalid Date & Time.");
 }
 
-TEST_F(IdentityTest, NowWithTheTransmitterOnAsksAndCancelSendsNothing) {
-  r.f.chkPS.SetValue(1);
-  r.f.chkRFI.SetValue(0);
-  r.f.txtDateTime.SetText("2020/01/01,00:00");
-  r.s.dialogs.answer = MsgResult::Cancel;
-  r.f.Command7.Click();
-  ASSERT_EQ(r.s.dialogs.boxes.size(), 1u);
-  EXPECT_EQ(r.s.dialogs.boxes[0].title, "Reset Unit?");
-  EXPECT_EQ(r.s.dialogs.boxes[0].text, "This will reset the unit and \r\ntake it offline");
-  EXPECT_EQ(r.s.dialogs.boxes[0].icon, MsgIcon::Exclamation);
-  EXPECT_TRUE(r.s.sent.empty());
-  EXPECT_EQ(r.f.txtDateTime.Text(), "2020/01/01,00:00");
-
-  r.s.dialogs.answer = MsgResult::OK;
-  r.f.Command7.Click();
-  EXPECT_EQ(r.s.sent, (std::vector<std::string>{"%2024/03/05,07:09", "~"}));
-  EXPECT_EQ(r.f.txtDateTime.Text(), "2024/03/05,07:09");
-}
-
 TEST_F(IdentityTest, NowAsksOnlyWhenTheResetWouldCutRadiatingRF) {
   struct Case {
     int ps, rfi;
@@ -199,9 +169,9 @@ TEST_F(IdentityTest, ClockSetPausesThePollWhileTheUnitRestarts) {
 TEST_F(IdentityTest, EitherHoursFieldSendsBothPadded) {
   r.f.txtPSHours.SetText("123");
   r.f.txtXmtHours.SetText("");
-  for (int k : {'4', 'x', '.', '-', ' '}) r.Type(r.f.txtXmtHours, k);
+  EXPECT_EQ(r.Key(r.f.txtXmtHours, kBackspace), kBackspace);
+  for (int k : {'4', 'x', '.', '-', ' '}) r.Key(r.f.txtXmtHours, k);
   EXPECT_EQ(r.f.txtXmtHours.Text(), "4");
-  EXPECT_EQ(r.Type(r.f.txtXmtHours, kBackspace), kBackspace);
   EXPECT_TRUE(r.s.sent.empty());
 
   Enter(r.f.txtXmtHours);

@@ -8,14 +8,19 @@
 //                     operator's gestures: typing, Enter, leaving a field.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "../display/display_rig.h"
 #include "control/attenuation_controls.h"
 #include "control/constant_power_controls.h"
 #include "control/panel_context.h"
 #include "control/transmit_controls.h"
+#include "display/operator_input.h"
 #include "display/panel_setup.h"
 #include "display/status_display.h"
 #include "support/scripted_unit.h"
@@ -23,22 +28,28 @@
 
 namespace amp::test {
 
-struct PanelBase {
-  ScriptedUnit s;
-  UnitDescriptor u;
-  ui::FrmMain f;
-  PanelState st;
+struct PanelBase : DisplayRig {
   SessionValues v;
-  StatusDisplay d{s.comms, u, f, st};
 
   PanelBase() {
     st.gInPanelUpdate = false;
     st.gRemoteMode = true;
   }
 
-  // How many times the unit was sent `command`.
-  int Sent(const std::string& command) const {
-    return static_cast<int>(std::count(s.sent.begin(), s.sent.end(), command));
+  // The operator's keys, as every front end delivers them.
+  int Key(ui::TextBox& box, int code) { return ui::TypeKey(box, code); }
+  // Clears the field and types `keys` into it.
+  void Type(ui::TextBox& box, const std::string& keys) {
+    box.SetText("");
+    for (char c : keys) Key(box, static_cast<unsigned char>(c));
+  }
+  void Enter(ui::TextBox& box) { Key(box, 13); }
+  void TypeEnter(ui::TextBox& box, const std::string& keys) {
+    Type(box, keys);
+    Enter(box);
+  }
+  void Leave(ui::TextBox& box) {
+    if (box.LostFocus) box.LostFocus();
   }
   // Sent commands that are not reads (no "?" in them).
   std::vector<std::string> SetCommands() const {
@@ -74,17 +85,6 @@ struct PanelRig : PanelBase {
   PanelContext ctx{s.comms, u, f, st, v, d, setup, s.dialogs};
 
   PanelRig() { u.gProjectID = 40; }
-
-  // One key through the field's filter; a surviving printable key is added
-  // to the text as the front end does. Gives the key as the filter left it.
-  int Type(ui::TextBox& box, int key) {
-    if (box.KeyPress) box.KeyPress(key);
-    if (key >= 32) box.SetText(box.Text() + static_cast<char>(key));
-    return key;
-  }
-  void TypeText(ui::TextBox& box, const std::string& text) {
-    for (char ch : text) Type(box, static_cast<unsigned char>(ch));
-  }
 };
 
 struct BandTripRig : PanelRig {
@@ -107,35 +107,37 @@ struct PowerControlsRig : PanelBase {
     atn.Wire();
     cp.Wire();
   }
-
-  // One key through the field's filter; a key that is not dropped lands in
-  // the field as the front end would put it there (8 takes the last
-  // character off). Gives the code left.
-  int Key(ui::TextBox& box, int code) {
-    int k = code;
-    if (box.KeyPress) box.KeyPress(k);
-    if (k == 8) {
-      std::string t = box.Text();
-      if (!t.empty()) t.pop_back();
-      box.SetText(t);
-    } else if (k >= 32) {
-      box.SetText(box.Text() + static_cast<char>(k));
-    }
-    return k;
-  }
-  // Clears the field and types `keys` into it.
-  void Type(ui::TextBox& box, const std::string& keys) {
-    box.SetText("");
-    for (char c : keys) Key(box, static_cast<unsigned char>(c));
-  }
-  void Enter(ui::TextBox& box) { Key(box, 13); }
-  void TypeEnter(ui::TextBox& box, const std::string& keys) {
-    Type(box, keys);
-    Enter(box);
-  }
-  void Leave(ui::TextBox& box) {
-    if (box.LostFocus) box.LostFocus();
-  }
 };
+
+// One operator behaviour of a control: the panel as the poll left it, the
+// operator's gesture (with the unit's replies scripted in `arrange`), the
+// commands the unit then receives, the titles of the boxes shown, and what
+// the panel shows afterwards.
+template <class Rig>
+struct Row {
+  const char* what;
+  std::function<void(Rig&)> arrange;
+  std::function<void(Rig&)> act;
+  std::vector<std::string> sent;
+  std::vector<std::string> boxes;
+  std::function<bool(Rig&)> after;
+};
+
+// Runs every row on a fresh rig; `wire` finishes the rig before the row.
+template <class Rig>
+void RunRows(const std::vector<Row<Rig>>& rows, std::function<void(Rig&)> wire = nullptr) {
+  for (const Row<Rig>& row : rows) {
+    SCOPED_TRACE(row.what);
+    Rig r;
+    if (wire) wire(r);
+    if (row.arrange) row.arrange(r);
+    r.s.sent.clear();
+    row.act(r);
+    EXPECT_EQ(r.s.sent, row.sent);
+    EXPECT_EQ(r.BoxTitles(), row.boxes);
+    if (row.after) EXPECT_TRUE(row.after(r));
+    EXPECT_FALSE(r.st.gInPanelUpdate);
+  }
+}
 
 }  // namespace amp::test

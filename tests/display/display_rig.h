@@ -24,6 +24,11 @@ struct DisplayRig {
   int Sent(const std::string& command) const {
     return static_cast<int>(std::count(s.sent.begin(), s.sent.end(), command));
   }
+  // Where `command` was first sent, or -1.
+  int IndexOf(const std::string& command) const {
+    auto it = std::find(s.sent.begin(), s.sent.end(), command);
+    return it == s.sent.end() ? -1 : static_cast<int>(it - s.sent.begin());
+  }
 };
 
 // Status characters as the unit sends them: each word's bits above 0x40.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "../display/display_rig.h"
 #include "display/frm_main.h"
 #include "display/panel_setup.h"
 #include "display/panel_state.h"
@@ -16,24 +17,10 @@
 
 namespace amp::test {
 
-struct UnitBench {
-  ScriptedUnit s;
-  UnitDescriptor u;
-  ui::FrmMain f;
-  PanelState ps;
+struct UnitBench : DisplayRig {
   SessionValues v;
-  StatusDisplay d{s.comms, u, f, ps};
-  FirstRead first{s.comms, u, f, ps, d, v};
+  FirstRead first{s.comms, u, f, st, d, v};
   PanelSetup& setup = first.setup();
-
-  bool Sent(const std::string& command) const { return Position(command) >= 0; }
-  long Position(const std::string& command) const {
-    auto it = std::find(s.sent.begin(), s.sent.end(), command);
-    return it == s.sent.end() ? -1 : static_cast<long>(it - s.sent.begin());
-  }
-  int Count(const std::string& command) const {
-    return static_cast<int>(std::count(s.sent.begin(), s.sent.end(), command));
-  }
 };
 
 // The "00" body: echo "00", then firmware number, serial, revision and

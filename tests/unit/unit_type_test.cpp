@@ -18,59 +18,6 @@ bool Sent(const ScriptedUnit& u, const std::string& command) {
   return std::find(u.sent.begin(), u.sent.end(), command) != u.sent.end();
 }
 
-TEST(UnitType, IdentityVersionAndProjectRulesOfOneUnit) {
-  ScriptedUnit s;
-  s.Answer("YT", "YTTWTA 715-0127-005");
-  s.Answer("0C", "0C1.07");
-  s.Answer("00", VersionBody("0127-005", "SN1234", "5.30", "Nov 01 2008"));
-  s.Answer("YIF?", "YIF1234");
-  UnitDescriptor u;
-  DetermineUnitType(s.comms, u);
-  EXPECT_TRUE(u.gIsTWTA);
-  EXPECT_EQ(u.gProjectID, 127);
-  EXPECT_TRUE(u.gIsProject127);
-  EXPECT_EQ(u.gFWPartNumberReported, "715-0127-005");
-  EXPECT_EQ(u.gBootVersion, "1.07");
-  EXPECT_EQ(u.gUnitPartNumber, "426-0127-005");
-  EXPECT_EQ(u.gUnitSerialNumber, "SN1234");
-  EXPECT_EQ(u.gFWVersion, 530);
-  EXPECT_EQ(u.txtCplDate, "Nov 01 2008");
-  EXPECT_FALSE(Sent(s, "0S"));  // only touch-screen projects are asked
-  SetProjectSpecificValues(s.comms, u);
-  EXPECT_TRUE(u.gNetburnerProcessor);
-  EXPECT_EQ(u.gFaultOptionWord, 1234);  // a TWTA above revision 523
-  EXPECT_TRUE(u.gCommandCSupport);      // 127 even on the boundary day
-}
-
-TEST(UnitType, DualTubeAndSolidStateBuildsKeepTheirOwnRules) {
-  const struct {
-    const char* identity;
-    const char* version;
-    int32_t project;
-    bool dualTube;  // heater and external reference faults, cathode scalar, ".D1"
-    bool commandC;
-  } rows[] = {{"T 715-2251-004 Rev B", "4.50 Dec 12 2009", 108, true, true},
-              // Above revision 255 an SSPA would have fault options; 102 never has.
-              {"SSPA 715-0102-001", "3.00 Oct 31 2008", 102, false, false}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.identity);
-    ScriptedUnit s;
-    s.Answer("YT", std::string("YT") + row.identity);
-    const std::string v = row.version;
-    s.Answer("00", VersionBody("2251-004", "S", v.substr(0, 4), v.substr(5)));
-    UnitDescriptor u;
-    DetermineUnitType(s.comms, u);
-    SetProjectSpecificValues(s.comms, u);
-    EXPECT_EQ(u.gProjectID, row.project);
-    EXPECT_EQ(u.gNewDualTWT && u.gHasCathodeScalar, row.dualTube);
-    EXPECT_EQ(u.gHeaterFault && u.gExtRefPresetFault && u.gExtRefLockFault, row.dualTube);
-    EXPECT_EQ(u.gAtnCountCommand, row.dualTube ? ".D1" : ".D9");
-    EXPECT_FALSE(u.gFaultOptions);  // the tube's revision 450 is too old as well
-    EXPECT_FALSE(Sent(s, "YIF?"));
-    EXPECT_EQ(u.gCommandCSupport, row.commandC);  // compiled after 2008-11-01
-  }
-}
-
 TEST(UnitType, FirmwareFamilyDStaysUntilCleared) {
   ScriptedUnit s;
   s.Answer("YT", "YTS 715-2295-001");
@@ -93,6 +40,7 @@ TEST(UnitType, UnitWithoutFirmwareIdentity) {
   ScriptedUnit s;
   s.Refuse("YT");
   s.Answer("00", VersionBody("1234-567", "OLD1", "1.5", "NOT SET"));
+  s.Answer("0C", "0C1.07");
   UnitDescriptor u;
   u.gFWPartNumber = "715-2274-00X";  // left from before: nothing replaces it
   u.gIsProject127 = true;
@@ -103,6 +51,7 @@ TEST(UnitType, UnitWithoutFirmwareIdentity) {
   EXPECT_TRUE(u.gFWFamilyA);
   EXPECT_TRUE(u.gIsProject127);  // not cleared by a different project
   EXPECT_EQ(u.gFWVersion, 150);
+  EXPECT_EQ(u.gBootVersion, "1.07");  // kept for configuration file headers
 }
 
 TEST(UnitType, PartNumberTable) {
