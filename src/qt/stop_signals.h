@@ -2,7 +2,7 @@
 // SIGHUP (the terminal closed): the signal is handed to the event loop, which
 // runs `onStop` there, where anything may be done; the program then returns
 // from main and its destructors stop the simulated unit it started. A second
-// signal before the first was handled ends the program at once.
+// signal ends the program at once, for when the loop is stuck in a wait.
 #pragma once
 
 #include <functional>

@@ -466,7 +466,6 @@ TEST_F(AmpdeskProgram, HelpBadArgumentsAndAScreenshotOfADemoSession) {
   EXPECT_EQ(Run({"--help"}), 0);
   QString err;
   EXPECT_EQ(Run({"--tcp", "192.0.2.10", "--demo"}, &err), 2);
-  EXPECT_TRUE(err.contains("at most one")) << err.toStdString();
   EXPECT_EQ(Run({"--demo", "nosuchunit", "--screenshot", "/dev/null"}, &err), 1);
   EXPECT_TRUE(err.contains("simulated amplifier")) << err.toStdString();
 
