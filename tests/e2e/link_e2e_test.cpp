@@ -1,6 +1,7 @@
 // The link layer on the real host parts (QSerialPort on a pseudo-terminal,
 // QTcpSocket on loopback) against the simulated unit, with its faults. Missed
-// polls are the poll tests'; the unit that goes away is the unplug test's.
+// polls are the poll tests'; line settings and a vanishing device the Qt port
+// tests'; the unit that goes away is the unplug test's.
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
@@ -95,28 +96,6 @@ TEST(SerialEndToEnd, FaultsGiveTheirErrorNumbers) {
   t.restart();
   EXPECT_FALSE(s.comms.ExchangeCommand("1"));
   EXPECT_LT(t.elapsed(), 1500);
-}
-
-TEST(SerialEndToEnd, WrongLineSettingsAndVanishingDevice) {
-  Session s(kSerial);
-  ASSERT_TRUE(s.started);
-  s.UseSerial("19200,N,8,1");  // the unit runs at 9600
-  EXPECT_FALSE(s.comms.ExchangeCommand("1"));
-  EXPECT_EQ(s.comms.Link.ErrNumber(), AmpLink::NoResponse);
-  s.comms.Link.SetCommSettings("9600,N,8,1");
-  EXPECT_TRUE(s.comms.ExchangeCommand("1"));
-
-  // The device goes away in the middle of a session. The port cannot be
-  // opened again, and a receive on such a port reports success with no
-  // reply; the poll finds no status block and three of them end the session.
-  s.unit.Stop();
-  s.timer.SetEnabled(true);
-  for (int i = 0; i < 3; ++i) EXPECT_FALSE(s.comms.UpdateStatus());
-  EXPECT_TRUE(s.comms.Link.RxMessage.empty());
-  EXPECT_EQ(s.comms.Link.ErrNumber(), AmpLink::PortError);
-  EXPECT_FALSE(s.comms.Link.ErrString().empty());
-  EXPECT_FALSE(s.timer.Enabled());
-  EXPECT_EQ(s.panel.caption, "Connect");
 }
 
 TEST(TcpEndToEnd, ExchangeSplitRepliesAndStrayLf) {
