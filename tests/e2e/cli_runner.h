@@ -43,14 +43,12 @@ inline QProcessEnvironment CliEnvironment() {
 
 inline std::string DataDir() { return ::testing::TempDir() + "/ampdesk-cli-data"; }
 
-inline CliRun Cli(std::vector<std::string> args, int timeoutMs = 60000,
-                  const std::string& input = {}) {
+// Runs a program to its end with `input` on its standard input.
+inline CliRun RunProgram(const char* exe, const QStringList& args, int timeoutMs = 60000,
+                         const std::string& input = {}) {
   QProcess p;
   p.setProcessEnvironment(CliEnvironment());
-  QStringList q;
-  q << "--data-dir" << QString::fromStdString(DataDir());
-  for (auto& a : args) q << QString::fromStdString(a);
-  p.start(AMPDESK_CLI_EXE, q);
+  p.start(exe, args);
   CliRun r;
   if (!p.waitForStarted(10000)) return r;
   if (!input.empty()) p.write(input.data(), static_cast<qint64>(input.size()));
@@ -65,6 +63,19 @@ inline CliRun Cli(std::vector<std::string> args, int timeoutMs = 60000,
   r.out = p.readAllStandardOutput().toStdString();
   r.err = p.readAllStandardError().toStdString();
   return r;
+}
+
+inline QStringList Args(const std::vector<std::string>& args) {
+  QStringList q;
+  for (const auto& a : args) q << QString::fromStdString(a);
+  return q;
+}
+
+inline CliRun Cli(const std::vector<std::string>& args, int timeoutMs = 60000,
+                  const std::string& input = {}) {
+  return RunProgram(AMPDESK_CLI_EXE,
+                    QStringList{"--data-dir", QString::fromStdString(DataDir())} + Args(args),
+                    timeoutMs, input);
 }
 
 inline std::vector<std::string> Lines(const std::string& s) {
@@ -93,9 +104,7 @@ inline std::string Str(const QJsonObject& o, const char* key) {
 // A unit run with its own process handle, so a test can signal it.
 struct Unit {
   explicit Unit(std::vector<std::string> args) {
-    QStringList q;
-    for (auto& a : args) q << QString::fromStdString(a);
-    proc.start(AMPSIM_EXE, q);
+    proc.start(AMPSIM_EXE, Args(args));
     QElapsedTimer t;
     t.start();
     std::string line;
