@@ -16,7 +16,7 @@ TEST(ReaderSupport, LocatesDataByEtxAndBlank) {
   std::string v;
   // A TCP reply keeps the CR that ended its line: the value still ends at
   // the ETX, so both links read the same text.
-  for (const std::string& tail : {"", "\r"}) {
+  for (const char* tail : {"", "\r"}) {
     ASSERT_TRUE(rd::BlankValue(rx + tail, 6, &v));
     EXPECT_EQ(v, "123");
     ASSERT_TRUE(rd::BlankValue(empty + tail, 6, &v));  // blank right before ETX

@@ -135,7 +135,9 @@ void RunRows(const std::vector<Row<Rig>>& rows, std::function<void(Rig&)> wire =
     row.act(r);
     EXPECT_EQ(r.s.sent, row.sent);
     EXPECT_EQ(r.BoxTitles(), row.boxes);
-    if (row.after) EXPECT_TRUE(row.after(r));
+    if (row.after) {
+      EXPECT_TRUE(row.after(r));
+    }
     EXPECT_FALSE(r.st.gInPanelUpdate);
   }
 }

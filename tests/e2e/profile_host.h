@@ -39,9 +39,10 @@ struct ProfileHost {
     o.tcp = !serial;
     o.serial = serial;
     std::string err;
-    if (!profile.empty())
+    if (!profile.empty()) {
       EXPECT_TRUE(sim::LoadProfile(sim::ResolveProfile(profile), o.unit, &err))
           << profile << ": " << err;
+    }
     return o;
   }
 

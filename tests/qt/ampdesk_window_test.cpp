@@ -550,7 +550,9 @@ TEST_F(AmpdeskProgram, TheDemoUnitEndsWithTheProgramOnAStopSignalOrAKill) {
                 static_cast<long long>(ms));
     EXPECT_LT(ms, 1000);
     EXPECT_TRUE(p.waitForFinished(5000) || p.state() == QProcess::NotRunning);
-    if (c.signal != SIGKILL) EXPECT_EQ(p.exitStatus(), QProcess::NormalExit);
+    if (c.signal != SIGKILL) {
+      EXPECT_EQ(p.exitStatus(), QProcess::NormalExit);
+    }
   }
 }
 

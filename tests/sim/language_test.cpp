@@ -265,7 +265,9 @@ TEST(CommandIndex, EveryProfileAnswersEachMnemonicOrRefusesItsLackingFamilies) {
       SCOPED_TRACE(profile + ": " + p.request);
       UnitState u = base;
       const bool lacking = u.Lacks(p.family);
-      if (p.before) EXPECT_EQ(Send(u, p.before).ack, !lacking);
+      if (p.before) {
+        EXPECT_EQ(Send(u, p.before).ack, !lacking);
+      }
       Reply r = Send(u, RequestFor(p, u));
       EXPECT_EQ(r.ack, !lacking) << r.body;
       if (!r.ack || !p.body) continue;
@@ -280,12 +282,12 @@ TEST(CommandIndex, EveryProfileAnswersEachMnemonicOrRefusesItsLackingFamilies) {
 }
 
 TEST(CommandIndex, LocalModeRefusesEverySetAndActionButAnswersQueries) {
-  for (const std::string& profile : {"sspa120", "twta127", "bucsspa"}) {
+  for (const char* profile : {"sspa120", "twta127", "bucsspa"}) {
     UnitState base = Prepared(profile);
     base.SetRemote(false);
     EXPECT_EQ(Poll(base).summary[0] & summary::kRemote, 0) << profile;
     for (const Probe& p : IndexProbes()) {
-      SCOPED_TRACE(profile + ": " + p.request);
+      SCOPED_TRACE(std::string(profile) + ": " + p.request);
       UnitState u = base;
       if (u.Lacks(p.family)) continue;
       std::string request = RequestFor(p, u);

@@ -14,10 +14,6 @@ namespace {
 using test::ScriptedUnit;
 using test::VersionBody;
 
-bool Sent(const ScriptedUnit& u, const std::string& command) {
-  return std::find(u.sent.begin(), u.sent.end(), command) != u.sent.end();
-}
-
 TEST(UnitType, FirmwareFamilyDStaysUntilCleared) {
   ScriptedUnit s;
   s.Answer("YT", "YTS 715-2295-001");
