@@ -239,7 +239,7 @@ bool ReadCurrentSense(Comms& c) {
   if (!rd::Exchange(c, "?IiJj", rx)) return false;
   const long q = InStr(rx, "?");
   if (!(Len(rx) > 16 && q > 1)) return false;
-  for (int i = 0; i < 4; ++i) c.gRespFields[static_cast<size_t>(i)] = Mid(rx, q + 1 + 4 * i, 4);
+  for (int i = 0; i < 4; ++i) c.gRespFields[static_cast<size_t>(i)] = Mid(rx, q + 1 + 4L * i, 4);
   return true;
 }
 
