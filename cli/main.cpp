@@ -28,6 +28,7 @@
 #include "frontend/state_json.h"
 #include "qt/qt_com_slots.h"
 #include "qt/sim_process.h"
+#include "qt/stop_signals.h"
 
 namespace amp::cli {
 namespace {
@@ -368,7 +369,7 @@ int Main(int argc, char** argv) {
 
   QCoreApplication app(argc, argv);
   std::signal(SIGPIPE, SIG_IGN);
-  InstallInterruptHandler();
+  StopSignals stopSignals([](int) {});  // asked through Interrupted()
   ConsoleDialogs dialogs;
   dialogs.answer = o.answer == "cancel" ? MsgResult::Cancel
                    : o.answer == "yes"  ? MsgResult::Yes
