@@ -36,7 +36,8 @@ struct ConfigRig : PanelRig {
 
 TEST(UpconverterDialog, AdjustResultFallsOnTheHalfDecibelGridCutDown) {
   const std::vector<std::pair<double, double>> rows = {{12.34, 12.0}, {12.7, 12.5}, {31.9, 31.5},
-                                                       {0.25, 0.0},   {0.75, 0.5},  {-1.3, -1.0}};
+                                                       {0.25, 0.0},   {0.49, 0.5},  {0.75, 0.5},
+                                                       {-1.3, -1.0}};
   for (const auto& [in, out] : rows)
     EXPECT_DOUBLE_EQ(UpconverterDialog::AdjustResult(in), out) << in;
 }
