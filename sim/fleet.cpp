@@ -27,7 +27,7 @@ bool ParseNumberArg(const std::string& text, int* out) {
 }
 
 std::string UnitName(size_t index) {
-  char name[16];
+  char name[32];
   std::snprintf(name, sizeof name, "sim%03zu", index + 1);
   return name;
 }
