@@ -379,6 +379,8 @@ void PrintHelp() {
       "Examples:\n"
       "  ampdesk-cli --demo monitor --polls 4\n"
       "  ampdesk-cli --tcp 192.0.2.10 status --json\n"
+      "  ampdesk-cli --tcp 192.0.2.10 save-config unit.txt\n"
+      "  ampdesk-cli --tcp 192.0.2.10 --json load-config unit.txt\n"
       "  ampdesk-cli --serial /dev/ttyUSB0 --settings 19200,N,8,1 --address B send 1 ?A\n"
       "  echo 'click mnuWatts' | ampdesk-cli --tcp 192.0.2.10 --json script -\n");
 }

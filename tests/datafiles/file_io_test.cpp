@@ -101,21 +101,6 @@ TEST_F(FileIOTest, EveryKindWritesItsHeaderByteForByte) {
             cols + "\r\n# Event  Fpr  Rpr  Atn  Tmp I YYMMDD HHMMSS");
 }
 
-TEST_F(FileIOTest, ReadsCrLfAndLfLinesAndStopsAtAnOverlongOne) {
-  Put("in.txt", std::string("#c\r\nA1\n\r\n K\0x\r\nlast", 19));
-  FileIO f;
-  ASSERT_TRUE(f.OpenCmdFile(Path("in.txt"), true));
-  std::vector<std::string> got;
-  for (int i = 0; i < 10 && !f.AtEndOfFile(); ++i) got.push_back(f.ReadNextLine());
-  EXPECT_EQ(got, (std::vector<std::string>{"#c", "A1", "", std::string(" K\0x", 4), "last"}));
-  Put("long.txt", "A\r\n" + std::string(FileIO::kMaxLineBytes + 10, 'x'));
-  ASSERT_TRUE(f.OpenCmdFile(Path("long.txt"), true));
-  EXPECT_EQ(f.ReadNextLine(), "A");
-  EXPECT_EQ(f.ReadNextLine(), "");
-  EXPECT_TRUE(f.AtEndOfFile());
-  EXPECT_NE(f.LastError(), "");
-}
-
 TEST_F(FileIOTest, AnUnfinishedSaveLeavesTheOlderFileAlone) {
   Put("cfg.txt", "old\r\n");
   {
