@@ -129,6 +129,11 @@ bool CliSession::Connect(const Target& target, const std::string& dataDirectory,
   return ConnectSerial(target);
 }
 
+bool CliSession::AwaitSession() {
+  WaitWhileConnecting(kConnectWaitMs);
+  return Connected();
+}
+
 void CliSession::WaitWhileConnecting(int ms) {
   const int64_t end = host_.clock.NowMs() + ms;
   while (!Connected() && !Interrupted() && host_.clock.NowMs() < end &&

@@ -75,6 +75,8 @@ class CliSession {
   // does (button, search menus, single address). True when a session stands.
   bool Connect(const Target& target, const std::string& dataDirectory, bool watts);
   bool Connected() const;
+  // Waits for a connect that the panel started (a reconnect) to settle.
+  bool AwaitSession();
   // The session ended without the operator asking for it.
   bool Lost() const { return lost_; }
   // The next end of the session is the operator's own (Disconnect).

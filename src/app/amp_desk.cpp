@@ -65,6 +65,8 @@ void AmpDesk::WireMainPanel() {
   f.mnuFileExit.Click = [this] { mnuFileExit_Click(); };
   f.mnuHelpAbout.Click = [this] { mnuHelpAbout_Click(); };
   f.mnuWatts.Click = [this] { mnuWatts_Click(); };
+  f.mnuLoadFile.Click = [this] { configFiles.mnuLoadFile_Click(); };
+  f.mnuSaveAs.Click = [this] { configFiles.mnuSaveAs_Click(); };
 }
 
 void AmpDesk::WireAboutDialog() {

@@ -16,6 +16,7 @@
 #include "app/settings_keys.h"
 #include "control/control_panel.h"
 #include "control/panel_context.h"
+#include "datafiles/config_files.h"
 #include "display/frm_about.h"
 #include "display/frm_com.h"
 #include "display/frm_main.h"
@@ -89,6 +90,8 @@ class AmpDesk : public LinkPanel {
   int16_t gPortToConfigure = 0;  // the port frmCom edits
   std::string gPortSettings;     // settings into and out of frmCom; "" after Cancel
   std::string gLastDir;          // last folder of a file dialog, kept across runs
+  // Load Cfg File... and Save Unit Cfg...; the front end sets its shell.
+  ConfigFiles configFiles{controls, gLastDir};
   // The TCP target lives in values.gIPAddress and values.gEthPort, beside the
   // unit's own network settings that the first read may put there.
 

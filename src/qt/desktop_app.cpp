@@ -12,6 +12,7 @@
 
 #include "basic/numbers.h"
 #include "frontend/state_json.h"
+#include "qt/data_places.h"
 #include "qt/forms.h"
 #include "qt/ini_settings_store.h"
 #include "qt/qt_com_slots.h"
@@ -27,6 +28,7 @@ constexpr int kScriptConnectWaitMs = 30000;
 void AddDesktopTable(CLI::App& app, DesktopOptions& o) {
   frontend::AddUnitOptions(app, o);
   frontend::AddDesktopOptions(app, o);
+  frontend::AddFileOptions(app, o);
 }
 
 }  // namespace
@@ -129,6 +131,16 @@ bool DesktopApp::Start(std::string* error) {
   // The panel reads its settings when it loads, below; the target is laid
   // over them before that.
   host_.MakeDesk(timer1_, dialogs_, *settings_);
+  // Where files go: the options, else the host-only keys, else the defaults.
+  const auto stored = [this](const char* key) {
+    return storedSettings_->GetSetting(setting_key::kAppTitle, setting_key::kHostSection, key, "");
+  };
+  const frontend::DataPlaces places =
+      frontend::ChooseDataPlaces(options_, stored(setting_key::kDataDirectory),
+                                 stored(setting_key::kCalibrationRoot), DefaultDataDirectory());
+  host_.desk->values.gDataDirectory = places.dataDir;
+  host_.desk->values.gCalRoot = places.calRoot;
+  host_.desk->configFiles.shell = &shell_;
   host_.desk->EndProgram = [this] {
     ReportSettingsSaveFailure();
     if (onEnd) onEnd();
