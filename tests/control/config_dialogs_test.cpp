@@ -81,8 +81,14 @@ TEST(UpconverterDialog, LiveReadingsOnlyWhileEnabledAndOpen) {
   r.buc.Timer1_Timer();
   EXPECT_TRUE(r.s.sent.empty()) << "the upconverter is not in use";
   d.chklcBucEn.SetValue(1);
+  // An offset entered while a reading waits for its reply goes out after it.
+  auto unitSide = r.s.port.onWrite;
+  r.s.port.onWrite = [&r, &d, unitSide](const std::string& frame) {
+    unitSide(frame);
+    if (frame.find("PBCP?") != std::string::npos) r.TypeEnter(d.txtlcBucO, "5");
+  };
   r.buc.Timer1_Timer();
-  EXPECT_EQ(r.s.sent, (Sent{"YM1025", "1", "PBCP?", "PBCI?", "PBCT?"}));
+  EXPECT_EQ(r.s.sent, (Sent{"YM1025", "1", "PBCP?", "PBCI?", "PBCT?", "PBCO5.0"}));
   EXPECT_EQ(d.txtlcBucPwr.Text(), "-20.5");
   EXPECT_EQ(d.txtlcBucIdeal.BackColor(), ui::QBColor(12));
   d.btnOK.Click();
@@ -147,7 +153,7 @@ TEST(LimitDialogs, TemperatureTripsFallBackToTheParameter) {
     };
     r.f.mnuTempTripLevels.Click();
     EXPECT_EQ(r.s.sent, pic ? Sent{".P4 85"} : (Sent{"PBKF85", ".P136 85"}));
-      EXPECT_TRUE(r.f.Timer1.TimerEnabled());
+    EXPECT_TRUE(r.f.Timer1.TimerEnabled());
   }
 }
 
