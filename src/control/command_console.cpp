@@ -67,7 +67,11 @@ void CommandConsole::mnuCmdLine_Click() {
   p_.dialogs.ShowModal(frmCmdLine);
 }
 
-void CommandConsole::frmCmdLine_Load() { frmCmdLine.List1.Clear(); }
+// Each use of the console starts with an empty log and an empty history.
+void CommandConsole::frmCmdLine_Load() {
+  frmCmdLine.List1.Clear();
+  frmCmdLine.cmbCmd.Clear();
+}
 
 void CommandConsole::cmbCmd_Click() {
   ui::ComboBox& box = frmCmdLine.cmbCmd;

@@ -76,8 +76,21 @@ bool UpconverterDialog::MaySend() {
 bool UpconverterDialog::Send(const std::string& command) {
   ++busy_;
   const bool ok = p_.comms.ExchangeCommand(command, false);
-  --busy_;
+  Release();
   return ok;
+}
+
+bool UpconverterDialog::Deferred(void (UpconverterDialog::*action)()) {
+  if (busy_ == 0) return false;
+  pending_.push_back(action);
+  return true;
+}
+
+void UpconverterDialog::Release() {
+  if (--busy_ > 0) return;
+  std::vector<void (UpconverterDialog::*)()> actions;
+  actions.swap(pending_);
+  for (auto action : actions) (this->*action)();
 }
 
 // ------------------------------------------------------------ open, close
@@ -160,6 +173,7 @@ void UpconverterDialog::txtlcBucO_LostFocus() {
 }
 
 void UpconverterDialog::SetAttenuation() {
+  if (Deferred(&UpconverterDialog::SetAttenuation)) return;
   if (!MaySend()) return;
   dirtyA_ = false;
   const double typed = Val(frmlcBucSetup.txtlcBucA.Text());
@@ -172,6 +186,7 @@ void UpconverterDialog::SetAttenuation() {
 }
 
 void UpconverterDialog::SetSetPoint() {
+  if (Deferred(&UpconverterDialog::SetSetPoint)) return;
   if (!MaySend()) return;
   dirtyS_ = false;
   const double value = Val(frmlcBucSetup.txtlcBucS.Text());
@@ -181,6 +196,7 @@ void UpconverterDialog::SetSetPoint() {
 }
 
 void UpconverterDialog::SetOffset() {
+  if (Deferred(&UpconverterDialog::SetOffset)) return;
   if (!MaySend()) return;
   dirtyO_ = false;
   double value = Val(frmlcBucSetup.txtlcBucO.Text());
@@ -192,6 +208,9 @@ void UpconverterDialog::SetOffset() {
 }
 
 void UpconverterDialog::StepAtten(double step) {
+  if (Deferred(step > 0 ? &UpconverterDialog::UpDown1_UpClick
+                        : &UpconverterDialog::UpDown1_DownClick))
+    return;
   if (!MaySend()) return;
   double atten = p_.values.gBucAttenuation + step;
   if (atten < 0) atten = 0.0;
@@ -203,6 +222,7 @@ void UpconverterDialog::StepAtten(double step) {
 }
 
 void UpconverterDialog::btnadjAtn_Click() {
+  if (Deferred(&UpconverterDialog::btnadjAtn_Click)) return;
   if (!MaySend()) return;
   ui::FrmLcBucSetup& d = frmlcBucSetup;
   double atten = AdjustResult(Val(d.txtlcBucA.Text()) + Val(d.txtlcBucIdeal.Text()));
@@ -211,7 +231,7 @@ void UpconverterDialog::btnadjAtn_Click() {
   if (!Send(CmdBucAtten(atten))) return;
   ++busy_;
   const float unitValue = ReadBucAtten(p_.comms);
-  --busy_;
+  Release();
   if (unitValue < 0) return;
   p_.values.gBucAttenuation = unitValue;
   d.txtlcBucA.SetText(Format(unitValue, "#0.0"));
@@ -260,6 +280,7 @@ void UpconverterDialog::optlcbClosed_Click() {
 }
 
 void UpconverterDialog::SetlcBucMode() {
+  if (Deferred(&UpconverterDialog::SetlcBucMode)) return;
   const ui::FrmLcBucSetup& d = frmlcBucSetup;
   const int16_t mode = d.optLcbFixed.Value() ? 0 : d.optlcbVar.Value() ? 1 : 2;
   if (p_.panel.gInPanelUpdate || mode == p_.values.gBucMode) return;
@@ -273,6 +294,7 @@ void UpconverterDialog::SetlcBucMode() {
 }
 
 void UpconverterDialog::chklcBucEn_Click() {
+  if (Deferred(&UpconverterDialog::chklcBucEn_Click)) return;
   ui::CheckBox& box = frmlcBucSetup.chklcBucEn;
   if (!CheckBoxGuard(p_, box)) return;
   int16_t& flags = p_.unit.gUnitCfgFlags;
@@ -301,7 +323,7 @@ void UpconverterDialog::Timer1_Timer() {
     }
     d.txtlcBucTemp.SetText(Format(ReadBucTemperature(p_.comms), "##0.0"));
   }
-  --busy_;
+  Release();
 }
 
 }  // namespace amp

@@ -5,6 +5,8 @@
 // dialog's timer stops when it closes, so the two never share the line.
 #pragma once
 
+#include <vector>
+
 #include "control/panel_context.h"
 #include "display/frm_lcbuc_setup.h"
 #include "platform/event_pump.h"
@@ -65,10 +67,16 @@ class UpconverterDialog {
   void SetFrameToSetPoint();
   bool MaySend();
   bool Send(const std::string& command);
+  // While one of the dialog's exchanges waits for its reply the operator's
+  // input still arrives; an action it starts then waits for the line to be
+  // free, so two exchanges never share it. True when `action` was put off.
+  bool Deferred(void (UpconverterDialog::*action)());
+  void Release();
 
   PanelContext& p_;
   Timer* timer_ = nullptr;
   int busy_ = 0;  // an exchange of the dialog is on the stack
+  std::vector<void (UpconverterDialog::*)()> pending_;
   bool dirtyA_ = false, dirtyS_ = false, dirtyO_ = false;
 };
 

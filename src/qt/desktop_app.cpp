@@ -310,11 +310,11 @@ void DesktopApp::ScheduleScreenshot() {
 }
 
 void DesktopApp::TakeScreenshot() {
-  if (QWidget* modal = QApplication::activeModalWidget())
-    std::fprintf(stderr, "ampdesk: a dialog was open when the screenshot was taken: %s\n",
-                 modal->windowTitle().toStdString().c_str());
+  // A script that ends with a dialog open is showing that dialog.
+  QWidget* shown = QApplication::activeModalWidget();
+  if (!shown) shown = window_.get();
   const QString path = QString::fromStdString(options_.screenshot);
-  if (!window_->grab().save(path, "PNG")) {
+  if (!shown->grab().save(path, "PNG")) {
     std::fprintf(stderr, "ampdesk: cannot save the screenshot to %s\n",
                  options_.screenshot.c_str());
     screenshotFailed_ = true;

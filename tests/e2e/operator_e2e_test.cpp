@@ -430,28 +430,23 @@ TEST(OperatorEndToEnd, TheUnitAddressChangedOverTheSerialLine) {
 
 // ------------------------------------------------- configuration dialogs
 
-// Each frame the unit received as (milliseconds, command without address).
-std::vector<std::pair<long long, std::string>> TimedFrames(const std::string& log) {
-  std::vector<std::pair<long long, std::string>> out;
-  const std::vector<std::string> frames = FramesIn(log);
-  const std::vector<std::string> lines = Lines(ReadAll(log));
-  for (size_t i = 0; i < frames.size() && i < lines.size(); ++i)
-    out.emplace_back(std::llround(std::stod(lines[i]) * 1000), frames[i].substr(1));
-  return out;
-}
-
-// The frames after the last `marker`, with their time from it.
+// The commands received after the last `marker`, with their time from it in
+// milliseconds (the log's lines start with the time in seconds).
 std::vector<std::pair<long long, std::string>> After(const std::string& log,
                                                      const std::string& marker) {
-  auto frames = TimedFrames(log);
-  size_t at = frames.size();
-  for (size_t i = 0; i < frames.size(); ++i)
-    if (frames[i].second == marker) at = i;
-  EXPECT_LT(at, frames.size()) << "no " << marker;
+  const std::vector<std::string> frames = FramesIn(log), lines = Lines(ReadAll(log));
   std::vector<std::pair<long long, std::string>> out;
-  for (size_t i = at + 1; i < frames.size(); ++i)
-    out.emplace_back(frames[i].first - frames[at].first, frames[i].second);
-  return out;
+  for (size_t i = 0; i < frames.size() && i < lines.size(); ++i) {
+    if (frames[i].substr(1) == marker) out.clear();
+    out.emplace_back(std::llround(std::stod(lines[i]) * 1000), frames[i].substr(1));
+  }
+  if (out.empty() || out[0].second != marker) {
+    ADD_FAILURE() << "no " << marker;
+    return {};
+  }
+  const long long t0 = out[0].first;
+  for (auto& frame : out) frame.first -= t0;
+  return {out.begin() + 1, out.end()};
 }
 
 // The console sends a marker; every small dialog then opens and closes

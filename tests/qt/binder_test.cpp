@@ -4,8 +4,10 @@
 #include <QAction>
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -103,6 +105,30 @@ TEST(FormBinderDialogWindows, EveryControlOfEachDialogHasItsWidget) {
     EXPECT_EQ(w->windowTitle(), Q(form->Caption()));
   }
   EXPECT_EQ(dialogs.BuildWindow("frmNoSuchDialog", nullptr), nullptr);
+}
+
+// A paste is keys through the field's filter: "12a" plus a line end gives
+// "12" and no Enter; in the console's editable combo Enter reaches the logic.
+TEST(FormBinderDialogWindows, PastedTextAndTheConsoleComboGoThroughTheKeyFilter) {
+  QtDialogs dialogs;
+  RegisterDialogWindows(dialogs);
+  ui::FrmCmdLine console;
+  std::vector<int> keys;
+  console.cmbCmd.KeyPress = [&keys](int& k) {
+    keys.push_back(k);
+    if (k == 'a' || k == 13) k = 0;
+  };
+  std::unique_ptr<QWidget> w = dialogs.BuildWindow("frmCmdLine", nullptr);
+  FormBinder binder(console, w.get());
+  w->show();
+  auto* combo = w->findChild<QComboBox*>("cmbCmd");
+  combo->setFocus();
+  QGuiApplication::clipboard()->setText("12a\n");
+  QTest::keyClick(combo, Qt::Key_Insert, Qt::ShiftModifier);
+  QTest::keyClick(combo, Qt::Key_Return);
+  EXPECT_EQ(console.cmbCmd.Text(), "12");
+  EXPECT_EQ(keys, (std::vector<int>{'1', '2', 'a', 13}));
+  EXPECT_EQ(combo->count(), 0) << "the combo adds nothing itself";
 }
 
 TEST(FormBinderDialogWindows, OptionButtonsFollowTheirModelGroupsNotTheirParents) {
