@@ -71,7 +71,7 @@ bool Comms::ExchangeCommandTcp(std::string_view address, std::string_view comman
       const int64_t left = deadline - host_.clock.NowMs();
       if (left < 0) break;
       // Let the socket deliver; returns as soon as an event ran.
-      host_.pump.WaitForEvents(static_cast<int>(std::clamp<int64_t>(left + 1, 1, 100)));
+      host_.pump.WaitForReply(static_cast<int>(std::clamp<int64_t>(left + 1, 1, 100)));
     }
   } else if (state == TcpSocket::sckError || state == TcpSocket::sckClosing ||
              state == TcpSocket::sckClosed) {
@@ -96,7 +96,7 @@ bool Comms::CloseSocket() {
   while (host_.sckTcp.State() != TcpSocket::sckClosed) {
     const int64_t left = deadline - host_.clock.NowMs();
     if (left < 0) return false;
-    host_.pump.WaitForEvents(static_cast<int>(std::clamp<int64_t>(left + 1, 1, 20)));
+    host_.pump.WaitForReply(static_cast<int>(std::clamp<int64_t>(left + 1, 1, 20)));
   }
   return true;
 }

@@ -26,6 +26,11 @@ class EventPump {
   // event has been handled, whichever comes first. Loops that wait for a
   // socket reply call this between their checks.
   virtual void WaitForEvents(int ms) = 0;
+  // The same wait while an exchange waits for the unit's reply: the
+  // operator's clicks and keys are held back until it returns and then run
+  // in order, so a handler can never start a second exchange inside this one
+  // and nothing the operator did is lost.
+  virtual void WaitForReply(int ms) { WaitForEvents(ms); }
   // Sleep without processing events.
   virtual void Sleep(int ms) = 0;
 };

@@ -17,6 +17,10 @@ class QtEventPump final : public EventPump {
   // timer, a posted event) or a wake-up timer of `ms` fires, then handles
   // what arrived and returns.
   void WaitForEvents(int ms) override;
+  // WaitForEvents with the operator's input (as Refresh names it) taken out
+  // of the way and posted again, in its order, to the same receivers when
+  // the wait returns. A box opened meanwhile still takes its answer.
+  void WaitForReply(int ms) override;
   void Sleep(int ms) override;
 };
 

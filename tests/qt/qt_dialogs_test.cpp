@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
@@ -14,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include "qt/qt_dialogs.h"
+#include "qt/qt_event_pump.h"
 #include "ui_test_support.h"
 
 namespace amp {
@@ -215,6 +217,28 @@ TEST(QtDialogsBoxes, InputBoxReturnsTheTextOrNothingWhenCancelled) {
   auto cancel = WhenModalAppears([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
   EXPECT_EQ(dialogs.InputBox("Enter IP Address", "IP Address", "10.0.0.254"), std::nullopt);
   EXPECT_TRUE(*cancel);
+}
+
+// A click that arrives while an exchange waits for the unit's reply must not
+// start a second exchange inside that wait: it is held and runs once the wait
+// has returned.
+TEST(QtEventPumpInput, AClickDuringAReplyWaitRunsOnceTheWaitIsOver) {
+  QPushButton button("Transmit");
+  button.resize(80, 30);
+  button.show();
+  int clicks = 0;
+  QObject::connect(&button, &QPushButton::clicked, [&] { ++clicks; });
+  const QPoint at = button.rect().center();
+  for (auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+    QCoreApplication::postEvent(
+        &button, new QMouseEvent(type, at, button.mapToGlobal(at), Qt::LeftButton,
+                                 type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                                 Qt::NoModifier));
+  QtEventPump pump;
+  for (int i = 0; i < 5; ++i) pump.WaitForReply(20);
+  EXPECT_EQ(clicks, 0);
+  pump.DoEvents();
+  EXPECT_EQ(clicks, 1);
 }
 
 }  // namespace
