@@ -1,12 +1,12 @@
 #include "cli/cli_session.h"
 
-#include <csignal>
 #include <filesystem>
 
 #include "basic/text.h"
 #include "commands/identity_cmds.h"
 #include "link/unit_search.h"
 #include "qt/qt_com_slots.h"
+#include "qt/stop_signals.h"
 
 namespace amp::cli {
 
@@ -16,19 +16,9 @@ namespace {
 // that has not settled by then is given up.
 constexpr int kConnectWaitMs = 120000;
 
-volatile std::sig_atomic_t gInterrupted = 0;
-
-void OnInterrupt(int) { gInterrupted = 1; }
-
 }  // namespace
 
-bool Interrupted() { return gInterrupted != 0; }
-
-void InstallInterruptHandler() {
-  std::signal(SIGINT, OnInterrupt);
-  std::signal(SIGTERM, OnInterrupt);
-  std::signal(SIGHUP, OnInterrupt);  // the terminal closed
-}
+bool Interrupted() { return StopSignals::Requested(); }
 
 // ---------------------------------------------------------------- timer
 

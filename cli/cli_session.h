@@ -113,9 +113,8 @@ class CliSession {
   bool expectDisconnect_ = false;
 };
 
-// Set from a signal handler: Ctrl-C, SIGTERM or a closed terminal ends a run
-// at the next safe point.
+// Ctrl-C, SIGTERM or a closed terminal (see StopSignals) ends a run at the
+// next safe point; a second one ends the program at once.
 bool Interrupted();
-void InstallInterruptHandler();
 
 }  // namespace amp::cli

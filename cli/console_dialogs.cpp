@@ -114,9 +114,10 @@ std::optional<std::string> ConsoleDialogs::ShowSave(const std::string& fileName,
   return std::nullopt;
 }
 
-void ConsoleShell::OpenDocument(const std::string& path) {
+bool ConsoleShell::OpenDocument(const std::string& path) {
   std::fprintf(err_, "open: %s\n", path.c_str());
   std::fflush(err_);
+  return true;
 }
 
 }  // namespace amp::cli

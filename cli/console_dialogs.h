@@ -16,11 +16,13 @@
 
 namespace amp::cli {
 
-// A document "opened" on a terminal is only named: "open: PATH" on stderr.
+// A document or URL "opened" on a terminal is only named: "open: PATH" on
+// stderr; nothing is launched.
 class ConsoleShell : public Shell {
  public:
   explicit ConsoleShell(std::FILE* err = stderr) : err_(err) {}
-  void OpenDocument(const std::string& path) override;
+  bool OpenUrl(const std::string& url) override { return OpenDocument(url); }
+  bool OpenDocument(const std::string& path) override;
 
  private:
   std::FILE* err_;

@@ -28,6 +28,7 @@
 #include "qt/data_places.h"
 #include "qt/qt_com_slots.h"
 #include "qt/sim_process.h"
+#include "qt/stop_signals.h"
 
 namespace amp::cli {
 namespace {
@@ -431,7 +432,7 @@ int Main(int argc, char** argv) {
 
   QCoreApplication app(argc, argv);
   std::signal(SIGPIPE, SIG_IGN);
-  InstallInterruptHandler();
+  StopSignals stopSignals([](int) {});  // asked through Interrupted()
   ConsoleDialogs dialogs;
   dialogs.answer = o.answer == "cancel" ? MsgResult::Cancel
                    : o.answer == "yes"  ? MsgResult::Yes

@@ -11,7 +11,7 @@ import re
 import sys
 
 RANKS = {
-    "basic": 0, "platform": 0, "model": 0,
+    "basic": 0, "platform": 0, "model": 0, "fleet": 0,
     "link": 1,
     "commands": 2,
     "display": 3,

@@ -30,6 +30,7 @@ AmpDesk::AmpDesk(AmpDeskHost host)
   RegisterForm(frmCom);
   RegisterForm(frmAbout);
   RegisterForm(handlers.bands.frmSetSubBand);
+  for (ui::Form* dialog : handlers.DialogForms()) RegisterForm(*dialog);
   WireMainPanel();
   WireComDialog();
   WireAboutDialog();

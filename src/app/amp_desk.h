@@ -179,6 +179,9 @@ class AmpDesk : public LinkPanel {
   void SetControlEnabled(std::string_view control, bool enabled) override;
 
   AmpDeskHost& host() { return host_; }
+  // The host timer the dialogs' own timers run on (the upconverter's live
+  // readings); the poll's Timer1 is stopped while they run.
+  void AttachDialogTimer(Timer& timer) { handlers.upconverter.AttachTimer(timer); }
 
  private:
   // Wiring of the panel model's events to the handlers.

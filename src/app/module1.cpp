@@ -19,8 +19,6 @@ std::string PartBehindComma(std::string_view settings, long offset, std::string_
   return (!c.empty() && allowed.find(c[0]) != std::string_view::npos) ? c : std::string();
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 }  // namespace
 
 std::string ParseBaud(std::string_view settings) {
@@ -45,29 +43,5 @@ bool IsPrintable(int code) { return code >= 32 && code <= 126; }
 bool IsLetter(int code) { return (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z'); }
 
 double Log10(double x) { return x > 0 ? std::log10(x) : x; }
-
-bool Like(std::string_view text, std::string_view pattern) {
-  // Iterative match with one back-track point for the last "*".
-  size_t t = 0, p = 0;
-  size_t starP = std::string_view::npos, starT = 0;
-  while (t < text.size()) {
-    if (p < pattern.size() && pattern[p] == '*') {
-      starP = p++;
-      starT = t;
-    } else if (p < pattern.size() &&
-               (pattern[p] == '?' ||
-                (pattern[p] == '#' ? IsDigit(text[t]) : pattern[p] == text[t]))) {
-      ++p;
-      ++t;
-    } else if (starP != std::string_view::npos) {
-      p = starP + 1;
-      t = ++starT;
-    } else {
-      return false;
-    }
-  }
-  while (p < pattern.size() && pattern[p] == '*') ++p;
-  return p == pattern.size();
-}
 
 }  // namespace amp

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "basic/text.h"  // Like
 #include "link/waits.h"  // PauseMs, DelaySeconds
 #include "platform/event_pump.h"
 
@@ -31,10 +32,5 @@ bool IsLetter(int code);     // A-Z, a-z
 
 // The decimal logarithm of a positive number; any other value as it is.
 double Log10(double x);
-
-// The classic text pattern test: "*" any run of characters, "?" any one
-// character, "#" one digit; every other character stands for itself.
-// "**#.**#.**#.**#" accepts a dotted address such as "10.0.0.254".
-bool Like(std::string_view text, std::string_view pattern);
 
 }  // namespace amp

@@ -144,4 +144,28 @@ std::string Hex(std::string_view bytes) {
   return out;
 }
 
+bool Like(std::string_view text, std::string_view pattern) {
+  // Iterative match with one back-track point for the last "*".
+  size_t t = 0, p = 0;
+  size_t starP = std::string_view::npos, starT = 0;
+  while (t < text.size()) {
+    if (p < pattern.size() && pattern[p] == '*') {
+      starP = p++;
+      starT = t;
+    } else if (p < pattern.size() &&
+               (pattern[p] == '?' ||
+                (pattern[p] == '#' ? (text[t] >= '0' && text[t] <= '9') : pattern[p] == text[t]))) {
+      ++p;
+      ++t;
+    } else if (starP != std::string_view::npos) {
+      p = starP + 1;
+      t = ++starT;
+    } else {
+      return false;
+    }
+  }
+  while (p < pattern.size() && pattern[p] == '*') ++p;
+  return p == pattern.size();
+}
+
 }  // namespace amp

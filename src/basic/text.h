@@ -47,4 +47,10 @@ std::string Readable(std::string_view bytes, bool upperHex = false);
 // Hex bytes separated by single blanks: "02 41 31 03 71".
 std::string Hex(std::string_view bytes);
 
+// The classic text pattern test: "*" any run of characters, "?" any one
+// character, "#" one digit; every other character stands for itself. It is
+// a shape test only: "**#.**#.**#.**#" takes "10.0.0.254" and "a1.b2.c3.d4"
+// alike, and refuses "10.0.0".
+bool Like(std::string_view text, std::string_view pattern);
+
 }  // namespace amp

@@ -5,6 +5,7 @@ namespace amp {
 void DeskHost::MakeDesk(Timer& timer, Dialogs& dialogs, SettingsStore& settings) {
   desk = std::make_unique<AmpDesk>(
       AmpDeskHost{port, slots, sock, timer, pump, clock, dialogs, settings});
+  desk->AttachDialogTimer(dialogTimer);
 }
 
 bool DeskHost::OpenTrace(const std::string& path, std::string* error) {

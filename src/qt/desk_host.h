@@ -14,6 +14,7 @@
 #include "qt/qt_comm_port.h"
 #include "qt/qt_event_pump.h"
 #include "qt/qt_tcp_socket.h"
+#include "qt/qt_timer.h"
 
 namespace amp {
 
@@ -35,6 +36,8 @@ struct DeskHost {
   QtEventPump pump;
   QtClock clock;
   FrameTrace trace{clock};
+  // The dialogs' own timer (the upconverter's live readings).
+  QtTimer dialogTimer;
   // Last, so that it goes before the parts it runs on.
   std::unique_ptr<AmpDesk> desk;
 };

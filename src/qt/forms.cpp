@@ -3,8 +3,15 @@
 #include <QWidget>
 
 #include "ui_frm_about.h"
+#include "ui_frm_cmd_line.h"
 #include "ui_frm_com.h"
+#include "ui_frm_gain_bal.h"
+#include "ui_frm_lcbuc_setup.h"
+#include "ui_frm_power_save.h"
+#include "ui_frm_pwr_limit.h"
 #include "ui_frm_set_sub_band.h"
+#include "ui_frm_startup.h"
+#include "ui_frm_temp_limits.h"
 
 namespace amp {
 namespace {
@@ -27,6 +34,13 @@ void RegisterDialogWindows(QtDialogs& dialogs) {
   dialogs.RegisterForm("frmAbout", WindowOf<Ui::frmAbout>());
   dialogs.RegisterForm("frmCom", WindowOf<Ui::frmCom>());
   dialogs.RegisterForm("frmSetSubBand", WindowOf<Ui::frmSetSubBand>());
+  dialogs.RegisterForm("frmlcBucSetup", WindowOf<Ui::frmlcBucSetup>());
+  dialogs.RegisterForm("frmPwrLimit", WindowOf<Ui::frmPwrLimit>());
+  dialogs.RegisterForm("frmTempLimits", WindowOf<Ui::frmTempLimits>());
+  dialogs.RegisterForm("FrmPowerSave", WindowOf<Ui::FrmPowerSave>());
+  dialogs.RegisterForm("frmGainBal", WindowOf<Ui::frmGainBal>());
+  dialogs.RegisterForm("frmStartup", WindowOf<Ui::frmStartup>());
+  dialogs.RegisterForm("frmCmdLine", WindowOf<Ui::frmCmdLine>());
 }
 
 }  // namespace amp

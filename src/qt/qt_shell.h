@@ -1,14 +1,16 @@
-// Documents open with the desktop's own opener (the user's text editor for a
-// .txt file), by URL: no shell command line, so blanks in paths are safe.
+// Shell on the desktop's own opener (QDesktopServices): the URL or file is
+// handed over as one argument, never through a command line, so blanks in
+// paths are safe; a .txt file opens in the user's text editor.
 #pragma once
 
 #include "platform/shell.h"
 
 namespace amp {
 
-class QtShell : public Shell {
+class QtShell final : public Shell {
  public:
-  void OpenDocument(const std::string& path) override;
+  bool OpenUrl(const std::string& url) override;
+  bool OpenDocument(const std::string& path) override;
 };
 
 }  // namespace amp

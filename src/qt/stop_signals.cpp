@@ -50,6 +50,8 @@ StopSignals::StopSignals(std::function<void(int)> onStop) : onStop_(std::move(on
   for (int sig : kSignals) sigaction(sig, &sa, nullptr);
 }
 
+bool StopSignals::Requested() { return gPending != 0; }
+
 StopSignals::~StopSignals() {
   for (int sig : kSignals) std::signal(sig, SIG_DFL);
   notifier_.reset();

@@ -101,20 +101,5 @@ TEST(Module1, WaitsHandleEventsAndEnd) {
   EXPECT_EQ(clock.now, start);
 }
 
-TEST(Module1, PatternTest) {
-  const char* kDotted = "**#.**#.**#.**#";
-  for (const char* ok :
-       {"10.0.0.254", "127.0.0.1", "192.168.100.1", "1.2.3.4", "host1.2.3.4", "1.2.3.4.5"})
-    EXPECT_TRUE(Like(ok, kDotted)) << ok;
-  for (const char* bad : {"10.0.0", "10.0.0.x", "a.b.c.d", "10..0.1", "", "10.0.0.1 "})
-    EXPECT_FALSE(Like(bad, kDotted)) << bad;
-  EXPECT_TRUE(Like("abc", "a?c"));
-  EXPECT_FALSE(Like("ac", "a?c"));
-  EXPECT_TRUE(Like("", "*"));
-  EXPECT_FALSE(Like("x", ""));
-  EXPECT_TRUE(Like("a*b", "a*b"));
-  EXPECT_TRUE(Like("x#9", "x*#"));
-}
-
 }  // namespace
 }  // namespace amp

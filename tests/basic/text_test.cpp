@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <string>
+#include <vector>
 
 namespace amp {
 namespace {
@@ -75,6 +76,31 @@ TEST(Text, ReadableAndHex) {
   EXPECT_EQ(Readable(std::string("\x00\x1f \x7e\x7f\xff", 6)), "<00><1f> ~<7f><ff>");
   EXPECT_EQ(Hex("\002A1\003q"), "02 41 31 03 71");
   EXPECT_EQ(Hex(std::string("\x00\xff\xab", 3)), "00 FF AB");
+}
+
+// The address shape test of the menus and the unit list is this pattern,
+// not an address validator: letters before each last digit pass.
+TEST(Text, LikePatterns) {
+  struct Case {
+    const char* text;
+    const char* pattern;
+    bool match;
+  };
+  const char* kDotted = "**#.**#.**#.**#";
+  for (const Case& c : std::vector<Case>{{"10.0.0.254", kDotted, true},
+                                         {"a1.b2.c3.d4", kDotted, true},
+                                         {"1.2.3.4.5", kDotted, true},
+                                         {"10.0.0", kDotted, false},
+                                         {"10.0.0.x", kDotted, false},
+                                         {"10..0.1", kDotted, false},
+                                         {"10.0.0.1 ", kDotted, false},
+                                         {"", kDotted, false},
+                                         {"abc", "a?c", true},
+                                         {"ac", "a?c", false},
+                                         {"", "*", true},
+                                         {"x", "", false},
+                                         {"x#9", "x*#", true}})
+    EXPECT_EQ(Like(c.text, c.pattern), c.match) << c.text << " ~ " << c.pattern;
 }
 
 }  // namespace

@@ -22,7 +22,10 @@
 #include <gtest/gtest.h>
 
 #include "display/frm_about.h"
+#include "display/frm_cmd_line.h"
 #include "display/frm_com.h"
+#include "display/frm_lcbuc_setup.h"
+#include "display/frm_limits.h"
 #include "display/frm_set_sub_band.h"
 #include "qt/forms.h"
 #include "qt/qt_dialogs.h"
@@ -82,7 +85,16 @@ TEST(FormBinderDialogWindows, EveryControlOfEachDialogHasItsWidget) {
   ui::FrmCom com;
   ui::FrmAbout about;
   ui::FrmSetSubBand subBand;
-  for (ui::Form* form : std::initializer_list<ui::Form*>{&com, &about, &subBand}) {
+  ui::FrmLcBucSetup buc;
+  ui::FrmPwrLimit pwrLimit;
+  ui::FrmTempLimits tempLimits;
+  ui::FrmPowerSave powerSave;
+  ui::FrmGainBal gainBal;
+  ui::FrmStartup startup;
+  ui::FrmCmdLine cmdLine;
+  for (ui::Form* form :
+       std::initializer_list<ui::Form*>{&com, &about, &subBand, &buc, &pwrLimit, &tempLimits,
+                                        &powerSave, &gainBal, &startup, &cmdLine}) {
     SCOPED_TRACE(form->Name());
     std::unique_ptr<QWidget> w = dialogs.BuildWindow(form->Name(), nullptr);
     ASSERT_NE(w, nullptr);

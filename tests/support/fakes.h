@@ -361,7 +361,11 @@ class FakeDialogs : public Dialogs {
 // The desktop's opener: remembers what it was asked to open.
 class FakeShell : public Shell {
  public:
-  void OpenDocument(const std::string& path) override { opened.push_back(path); }
+  bool OpenUrl(const std::string& url) override { return OpenDocument(url); }
+  bool OpenDocument(const std::string& path) override {
+    opened.push_back(path);
+    return true;
+  }
   std::vector<std::string> opened;
 };
 
