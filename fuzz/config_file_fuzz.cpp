@@ -23,6 +23,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   amp::FileIO file;
   if (!file.OpenCmdFile(path, true)) __builtin_trap();
   const amp::CmdScript script = amp::ReadCmdScript(file);
+  file.CloseFile();
+  std::remove(path.c_str());
   if (!script.error.empty()) {
     if (!script.commands.empty() || script.errorLine < 1) __builtin_trap();
     return 0;
