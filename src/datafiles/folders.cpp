@@ -21,7 +21,7 @@ bool EnsureFolder(const std::string& dir, Dialogs& dialogs) {
 
 std::string ResolveCalFolder(const std::string& calRoot, const std::string& sub,
                              const std::string& lastDir, Dialogs& dialogs) {
-  const std::string candidate = sub.empty() ? calRoot : (fs::path(calRoot) / sub).string();
+  std::string candidate = sub.empty() ? calRoot : (fs::path(calRoot) / sub).string();
   std::error_code ec;
   if (fs::is_directory(candidate, ec)) return candidate;
   fs::create_directories(candidate, ec);
