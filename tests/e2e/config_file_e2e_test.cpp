@@ -87,7 +87,8 @@ TEST(ConfigFileEndToEnd, RefusalsSendNothing) {
 // its profile, line by line; only the creation time may differ. The copies
 // are plain LF text: the CR LF line ends are the header test's concern.
 TEST(ConfigFileEndToEnd, SavedFileMatchesItsGoldenCopy) {
-  for (const std::string profile : {"twta127", "sspa120", "sspa120dhcp", "fbdc2295", "oldunit"}) {
+  for (const std::string profile :
+       {"twta127", "sspa120", "sspa120dhcp", "fbdc2295", "oldunit", "bucprog"}) {
     SCOPED_TRACE(profile);
     const std::string file = FreshFile(profile + ".txt");
     Unit u({"--profile", profile, "--tcp=127.0.0.1:0"});
