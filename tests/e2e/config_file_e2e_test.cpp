@@ -88,7 +88,7 @@ TEST(ConfigFileEndToEnd, RefusalsSendNothing) {
 // are plain LF text: the CR LF line ends are the header test's concern.
 TEST(ConfigFileEndToEnd, SavedFileMatchesItsGoldenCopy) {
   for (const std::string profile :
-       {"twta127", "sspa120", "sspa120dhcp", "fbdc2295", "oldunit", "bucprog"}) {
+       {"twta127", "sspa120", "sspa120dhcp", "fbdc2295", "oldunit", "bucprog", "dualtwt108"}) {
     SCOPED_TRACE(profile);
     const std::string file = FreshFile(profile + ".txt");
     Unit u({"--profile", profile, "--tcp=127.0.0.1:0"});
