@@ -188,8 +188,8 @@ bool ApplyProfile(std::string_view text, UnitState& unit, std::string* error) {
       }
     } else if (key == "name") {
       next.profileName = std::string(value);
-    } else if (key == "description") {
-      // For the reader of the file only.
+    } else if (key == "description" || key == "based_on") {
+      // For the reader of the file only; LoadProfile has read the base.
     } else if (key == "address") {
       if (value.size() != 1 || value[0] < 0x20 || value[0] > 0x7E || value[0] == '{' ||
           value[0] == '}')
@@ -266,7 +266,25 @@ bool ApplyProfile(std::string_view text, UnitState& unit, std::string* error) {
   return true;
 }
 
-bool LoadProfile(const std::string& path, UnitState& unit, std::string* error) {
+namespace {
+
+// "based_on = NAME" among the unit keys: a variant names the profile it
+// changes, which is loaded first. Empty when there is none.
+std::string BaseProfile(std::string_view text) {
+  size_t pos = 0;
+  while (pos < text.size()) {
+    size_t eol = text.find('\n', pos);
+    std::string_view line = Trim(StripComment(text.substr(pos, eol - pos)));
+    pos = eol == std::string_view::npos ? text.size() : eol + 1;
+    if (!line.empty() && line.front() == '[') break;
+    const size_t eq = line.find('=');
+    if (eq != std::string_view::npos && Trim(line.substr(0, eq)) == "based_on")
+      return std::string(Trim(line.substr(eq + 1)));
+  }
+  return {};
+}
+
+bool LoadProfileAt(const std::string& path, UnitState& unit, std::string* error, int depth) {
   std::ifstream in(path, std::ios::binary);
   if (!in) {
     if (error) *error = "cannot open profile '" + path + "'";
@@ -274,12 +292,27 @@ bool LoadProfile(const std::string& path, UnitState& unit, std::string* error) {
   }
   std::ostringstream text;
   text << in.rdbuf();
+  if (const std::string base = BaseProfile(text.str()); !base.empty()) {
+    // A chain this long is a loop: profiles derive one step, two at most.
+    const std::string basePath = ResolveProfile(base);
+    if (depth >= 4 || basePath.empty()) {
+      if (error) *error = path + ": cannot use base profile '" + base + "'";
+      return false;
+    }
+    if (!LoadProfileAt(basePath, unit, error, depth + 1)) return false;
+  }
   std::string why;
   if (!ApplyProfile(text.str(), unit, &why)) {
     if (error) *error = path + ": " + why;
     return false;
   }
   return true;
+}
+
+}  // namespace
+
+bool LoadProfile(const std::string& path, UnitState& unit, std::string* error) {
+  return LoadProfileAt(path, unit, error, 0);
 }
 
 std::string BuiltInProfileDir() { return AMPSIM_PROFILE_DIR; }

@@ -6,6 +6,11 @@
 // A section reads the panel as shown, the unit descriptor and the first
 // read's values; a few make fresh reads of the unit through Comms. A read
 // that fails leaves its section out.
+//
+// The table and the identity sections are in config_sections.cpp; the other
+// writers sit in files by theme (config_bands, config_trips, config_masks,
+// config_ports), and the label tables in config_labels.inc, which
+// scripts/gen_config_labels.py generates.
 #pragma once
 
 #include <vector>

@@ -73,9 +73,9 @@ void PanelSetup::InitFactoryTripLevels() {
   if (ReadFactoryTripLevels(c_) != 0) return;
   if (!c_.gRespFields[0].empty()) v_.gFactoryFwdTrip = c_.gRespFields[0];
   if (!c_.gRespFields[1].empty()) v_.gFactoryRevTrip = c_.gRespFields[1];
-  // The margin has no query of its own: it is the third scratch field,
-  // which the two trip reads leave as the read before them left it.
-  if (!c_.gRespFields[2].empty()) v_.gFactoryTripMargin = c_.gRespFields[2];
+  // The margin has no query of its own. The third scratch field holds only
+  // what an unrelated earlier read left there, and a saved file would replay
+  // that as the unit's margin: it stays at its default, which is not saved.
 }
 
 void PanelSetup::InitReverseRFOffset() {

@@ -195,7 +195,7 @@ TEST(TripSetup, DbmLevelsDependOnUnitAndFirmware) {
   }
 }
 
-TEST(TripSetup, FactoryTripsAndTheMarginLeftByTheReadBefore) {
+TEST(TripSetup, FactoryTripsIgnoreTheMarginLeftByTheReadBefore) {
   BandTripRig r;
   r.s.Answer("YFTF?", "YFTF61.5");
   r.s.Answer("YFTR?", "YFTR20.0 ");
@@ -203,7 +203,7 @@ TEST(TripSetup, FactoryTripsAndTheMarginLeftByTheReadBefore) {
   r.setup.InitFactoryTripLevels();
   EXPECT_EQ(r.v.gFactoryFwdTrip, "61.5");
   EXPECT_EQ(r.v.gFactoryRevTrip, "20.0");
-  EXPECT_EQ(r.v.gFactoryTripMargin, "5");
+  EXPECT_EQ(r.v.gFactoryTripMargin, "0");
 }
 
 }  // namespace

@@ -83,5 +83,31 @@ TEST(ConfigFileEndToEnd, RefusalsSendNothing) {
             0);
 }
 
+// The whole file of each simulated unit against a copy worked out by hand from
+// its profile, line by line; only the creation time may differ. The copies
+// are plain LF text: the CR LF line ends are the header test's concern.
+TEST(ConfigFileEndToEnd, SavedFileMatchesItsGoldenCopy) {
+  for (const std::string profile :
+       {"twta127", "sspa120", "sspa120dhcp", "fbdc2295", "oldunit", "bucprog", "dualtwt108"}) {
+    SCOPED_TRACE(profile);
+    const std::string file = FreshFile(profile + ".txt");
+    Unit u({"--profile", profile, "--tcp=127.0.0.1:0"});
+    CliRun r = Cli({"--tcp", u.Tcp(), "save-config", file});
+    ASSERT_EQ(r.code, 0) << r.err;
+    std::vector<std::string> got = Lines(ReadAll(file));
+    // The unit reports the port it listens on as its Ethernet port.
+    std::string text = ReadAll(std::string(GOLDEN_DIR) + "/" + profile + ".txt");
+    if (const size_t at = text.find("{port}"); at != std::string::npos)
+      text.replace(at, 6, std::to_string(u.port));
+    const std::vector<std::string> want = Lines(text);
+    for (size_t i = 0; i < std::max(got.size(), want.size()); ++i) {
+      std::string g = i < got.size() ? got[i] : "<none>";
+      if (!g.empty() && g.back() == '\r') g.pop_back();
+      if (g.rfind("#  Created:", 0) == 0) g = "#  Created:";
+      EXPECT_EQ(g, i < want.size() ? want[i] : "<none>") << "line " << i + 1;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace amp::e2e
