@@ -20,9 +20,10 @@ RANKS = {
     "frontend": 6,
     "qt": 7,
     "cli": 8,
+    "exporter": 7,
 }
 # Directory of a source file -> its layer name in RANKS.
-ROOTS = {"src": None, "cli": "cli", "sim": "sim"}
+ROOTS = {"src": None, "cli": "cli", "sim": "sim", "exporter": "exporter"}
 # The simulator stands apart from the host: it shares only the basic helpers.
 SIM_MAY_INCLUDE = {"basic", "sim"}
 QT_ALLOWED = {"qt", "cli"}
@@ -34,7 +35,7 @@ def layer_of(path: pathlib.Path) -> str | None:
     parts = path.parts
     if parts[0] == "src" and len(parts) > 2:
         return parts[1]
-    if parts[0] in ("cli", "sim"):
+    if parts[0] in ("cli", "sim", "exporter"):
         return parts[0]
     return None
 
