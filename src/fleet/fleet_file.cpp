@@ -190,49 +190,72 @@ Fleet Read(const toml::table& root) {
 void CheckAsciiOutsideText(std::string_view text) {
   enum { Plain, Comment, Basic, Literal, MultiBasic, MultiLiteral } state = Plain;
   int line = 1;
+  // A quote opens a text only where a key or a value can start; elsewhere
+  // (as in 1e1'x) it is a stray character that the parser refuses.
+  char before = '\n';
+  const auto opensText = [&before] {
+    return std::string_view("\n=[,{.").find(before) != std::string_view::npos;
+  };
   for (size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
     if (c == '\n') ++line;
-    const auto opens = [&](std::string_view q) { return text.substr(i, q.size()) == q; };
+    const auto at = [&](std::string_view q) { return text.substr(i, q.size()) == q; };
     switch (state) {
       case Plain:
         if (static_cast<unsigned char>(c) >= 0x80)
           throw FileError{line, "a character other than ASCII outside quotes and comments"};
         if (c == '#') {
           state = Comment;
-        } else if (opens("\"\"\"")) {
-          state = MultiBasic;
-          i += 2;
-        } else if (opens("'''")) {
-          state = MultiLiteral;
-          i += 2;
-        } else if (c == '"') {
-          state = Basic;
-        } else if (c == '\'') {
-          state = Literal;
+        } else if ((c == '"' || c == '\'') && opensText()) {
+          state = at("\"\"\"")   ? MultiBasic
+                  : at("\'\'\'") ? MultiLiteral
+                  : c == '"'     ? Basic
+                                 : Literal;
+          if (state == MultiBasic || state == MultiLiteral) i += 2;
         }
+        if (c != ' ' && c != '\t' && c != '\r') before = c;
         break;
       case Comment:
-        if (c == '\n') state = Plain;
+        if (c == '\n') {
+          state = Plain;
+          before = '\n';
+        }
         break;
       case Basic:
       case MultiBasic:
         if (c == '\\') {
-          if (i + 1 < text.size() && text[i + 1] == '\n') ++line;
-          ++i;
+          // An escape is a backslash and an ASCII letter or blank; the
+          // parser's test for blanks fails on some others.
+          // A backslash that ends a line of a long text also swallows the
+          // blanks after it: what follows them is tested the same way.
+          size_t next = i + 1;
+          if (state == MultiBasic)
+            for (; next < text.size() &&
+                   std::string_view(" \t\r\n").find(text[next]) != std::string_view::npos;
+                 ++next)
+              if (text[next] == '\n') ++line;
+          if (next < text.size() && static_cast<unsigned char>(text[next]) >= 0x80)
+            throw FileError{line, "a backslash before a character other than ASCII"};
+          i = next == i + 1 ? next : next - 1;
         } else if (state == Basic && (c == '"' || c == '\n')) {
           state = Plain;
-        } else if (state == MultiBasic && opens("\"\"\"")) {
+          before = c == '\n' ? '\n' : 'x';
+        } else if (state == MultiBasic && at("\"\"\"")) {
           state = Plain;
+          before = 'x';
           i += 2;
         }
         break;
       case Literal:
-        if (c == '\'' || c == '\n') state = Plain;
+        if (c == '\'' || c == '\n') {
+          state = Plain;
+          before = c == '\n' ? '\n' : 'x';
+        }
         break;
       case MultiLiteral:
-        if (opens("'''")) {
+        if (at("\'\'\'")) {
           state = Plain;
+          before = 'x';
           i += 2;
         }
         break;
