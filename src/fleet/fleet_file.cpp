@@ -184,78 +184,54 @@ Fleet Read(const toml::table& root) {
   return fleet;
 }
 
-// Outside quotes and comments TOML is ASCII. The parser's test for exotic
-// blanks in that place has no answer for some characters and runs into
-// undefined behaviour, so such a byte is refused here, before it sees it.
-void CheckAsciiOutsideText(std::string_view text) {
+// A fleet file is ASCII; comments may hold any UTF-8. The parser's test for
+// exotic blanks has no answer for some characters and runs into undefined
+// behaviour on them (fuzzing found it in keys, after escapes and after a
+// backslash that ends a line), so any other byte is refused here, before
+// the parser sees it. Names are ASCII anyway; labels are plain words.
+void CheckAscii(std::string_view text) {
   enum { Plain, Comment, Basic, Literal, MultiBasic, MultiLiteral } state = Plain;
   int line = 1;
-  // A quote opens a text only where a key or a value can start; elsewhere
-  // (as in 1e1'x) it is a stray character that the parser refuses.
-  char before = '\n';
-  const auto opensText = [&before] {
-    return std::string_view("\n=[,{.").find(before) != std::string_view::npos;
-  };
   for (size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
     if (c == '\n') ++line;
+    if (state != Comment && static_cast<unsigned char>(c) >= 0x80)
+      throw FileError{line, "a character other than ASCII (only comments may hold one)"};
     const auto at = [&](std::string_view q) { return text.substr(i, q.size()) == q; };
     switch (state) {
       case Plain:
-        if (static_cast<unsigned char>(c) >= 0x80)
-          throw FileError{line, "a character other than ASCII outside quotes and comments"};
         if (c == '#') {
           state = Comment;
-        } else if ((c == '"' || c == '\'') && opensText()) {
+        } else if (c == '"' || c == '\'') {
           state = at("\"\"\"")   ? MultiBasic
                   : at("\'\'\'") ? MultiLiteral
                   : c == '"'     ? Basic
                                  : Literal;
           if (state == MultiBasic || state == MultiLiteral) i += 2;
         }
-        if (c != ' ' && c != '\t' && c != '\r') before = c;
         break;
       case Comment:
-        if (c == '\n') {
-          state = Plain;
-          before = '\n';
-        }
+        if (c == '\n') state = Plain;
         break;
       case Basic:
       case MultiBasic:
-        if (c == '\\') {
-          // An escape is a backslash and an ASCII letter or blank; the
-          // parser's test for blanks fails on some others.
-          // A backslash that ends a line of a long text also swallows the
-          // blanks after it: what follows them is tested the same way.
-          size_t next = i + 1;
-          if (state == MultiBasic)
-            for (; next < text.size() &&
-                   std::string_view(" \t\r\n").find(text[next]) != std::string_view::npos;
-                 ++next)
-              if (text[next] == '\n') ++line;
-          if (next < text.size() && static_cast<unsigned char>(text[next]) >= 0x80)
-            throw FileError{line, "a backslash before a character other than ASCII"};
-          i = next == i + 1 ? next : next - 1;
+        if (c == '\\' && i + 1 < text.size() && text[i + 1] != '\n') {
+          ++i;  // an escaped quote does not end the text
+          if (static_cast<unsigned char>(text[i]) >= 0x80)
+            throw FileError{line, "a character other than ASCII (only comments may hold one)"};
         } else if (state == Basic && (c == '"' || c == '\n')) {
           state = Plain;
-          before = c == '\n' ? '\n' : 'x';
         } else if (state == MultiBasic && at("\"\"\"")) {
           state = Plain;
-          before = 'x';
           i += 2;
         }
         break;
       case Literal:
-        if (c == '\'' || c == '\n') {
-          state = Plain;
-          before = c == '\n' ? '\n' : 'x';
-        }
+        if (c == '\'' || c == '\n') state = Plain;
         break;
       case MultiLiteral:
         if (at("\'\'\'")) {
           state = Plain;
-          before = 'x';
           i += 2;
         }
         break;
@@ -267,7 +243,7 @@ void CheckAsciiOutsideText(std::string_view text) {
 
 bool ParseFleet(std::string_view text, const std::string& source, Fleet* out, std::string* error) {
   try {
-    CheckAsciiOutsideText(text);
+    CheckAscii(text);
     const toml::table root = toml::parse(text, source);
     *out = Read(root);
     return true;
