@@ -21,9 +21,10 @@ RANKS = {
     "frontend": 7,
     "qt": 8,
     "cli": 9,
+    "exporter": 8,
 }
 # Directory of a source file -> its layer name in RANKS.
-ROOTS = {"src": None, "cli": "cli", "sim": "sim"}
+ROOTS = {"src": None, "cli": "cli", "sim": "sim", "exporter": "exporter"}
 # The simulator stands apart from the host: it shares only the basic helpers.
 SIM_MAY_INCLUDE = {"basic", "sim"}
 QT_ALLOWED = {"qt", "cli"}
@@ -35,7 +36,7 @@ def layer_of(path: pathlib.Path) -> str | None:
     parts = path.parts
     if parts[0] == "src" and len(parts) > 2:
         return parts[1]
-    if parts[0] in ("cli", "sim"):
+    if parts[0] in ("cli", "sim", "exporter"):
         return parts[0]
     return None
 

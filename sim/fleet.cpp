@@ -35,14 +35,21 @@ std::string UnitName(size_t index) {
 }  // namespace
 
 std::string FleetFileText(const std::vector<std::string>& endpoints,
-                          const std::vector<std::string>& profiles) {
+                          const std::vector<std::string>& profiles, const std::string& busDevice,
+                          const std::string& busSettings, const std::string& addresses) {
   std::ostringstream out;
-  out << "# Fleet file written by ampsim for " << endpoints.size() << " simulated units.\n";
-  for (size_t i = 0; i < endpoints.size(); ++i) {
+  out << "# Fleet file written by ampsim for " << profiles.size() << " simulated units.\n";
+  for (size_t i = 0; i < profiles.size(); ++i) {
     out << "\n[[unit]]  # profile " << profiles[i] << "\n"
-        << "name = \"" << UnitName(i) << "\"\n"
-        << "tcp = \"" << endpoints[i] << "\"\n"
-        << "site = \"sim\"\n"
+        << "name = \"" << UnitName(i) << "\"\n";
+    if (busDevice.empty()) {
+      out << "tcp = \"" << endpoints[i] << "\"\n";
+    } else {
+      out << "serial = \"" << busDevice << "\"\n"
+          << "settings = \"" << busSettings << "\"\n"
+          << "address = \"" << addresses[i] << "\"\n";
+    }
+    out << "site = \"sim\"\n"
         << "rack = \"r" << (i / 10 + 1) << "\"\n";
   }
   return out.str();
@@ -62,8 +69,10 @@ std::string ApplyControlLine(const std::string& line, const std::vector<Simulato
     return "";
   }
   if (option == "--stop") {
-    // The unit is gone as if switched off: its port no longer answers.
+    // The unit is gone as if switched off: its port no longer answers, and
+    // on a bus it no longer answers its address.
     sim.Stop();
+    sim.SetSilent(true);
     return "";
   }
   if (option == "--status") {
@@ -102,7 +111,10 @@ int RunFleet(const Simulator::Options& options, int count, const std::vector<std
   std::vector<std::unique_ptr<Simulator>> owned;
   std::vector<Simulator*> sims;
   std::vector<std::string> endpoints, used;
+  std::string addresses;
   const char firstAddress = options.unit.address;
+  // On a bus the first unit owns the line and the others answer on it.
+  const bool bus = options.serial;
   for (int i = 0; i < count; ++i) {
     const std::string profile =
         profiles.empty() ? std::string() : profiles[static_cast<size_t>(i) % profiles.size()];
@@ -110,25 +122,36 @@ int RunFleet(const Simulator::Options& options, int count, const std::vector<std
     o.unit = makeUnit(profile);
     o.unit.address = AddressInTurn(firstAddress, i);
     if (options.tcpPort != 0) o.tcpPort = options.tcpPort + i;
+    if (bus) o.tcp = false;
     owned.push_back(std::make_unique<Simulator>(o));
+    sims.push_back(owned.back().get());
+    addresses += o.unit.address;
+    used.push_back(profile.empty() ? "default" : profile);
+    if (bus && i > 0) {
+      sims.front()->AddBusPeer(sims.back());
+      continue;
+    }
     std::string error;
     if (!owned.back()->Start(&error)) {
       std::fprintf(stderr, "ampsim: unit %d: %s\n", i + 1, error.c_str());
       return 1;
     }
-    sims.push_back(owned.back().get());
-    endpoints.push_back(options.tcpHost + ":" + std::to_string(owned.back()->TcpPort()));
-    used.push_back(profile.empty() ? "default" : profile);
+    if (!bus) endpoints.push_back(options.tcpHost + ":" + std::to_string(owned.back()->TcpPort()));
   }
   if (!fleetFile.empty()) {
     std::ofstream out(fleetFile, std::ios::trunc);
-    out << FleetFileText(endpoints, used);
+    out << FleetFileText(endpoints, used, bus ? sims.front()->SerialPath() : "", options.line,
+                         addresses);
     if (!out.flush()) {
       std::fprintf(stderr, "ampsim: cannot write the fleet file '%s'\n", fleetFile.c_str());
       return 1;
     }
   }
-  std::printf("ampsim ready tcp=%s units=%d\n", endpoints.front().c_str(), count);
+  if (bus) {
+    std::printf("ampsim ready serial=%s units=%d\n", sims.front()->SerialPath().c_str(), count);
+  } else {
+    std::printf("ampsim ready tcp=%s units=%d\n", endpoints.front().c_str(), count);
+  }
   std::fflush(stdout);
 
   // Control lines come on standard input for as long as it stays open; the

@@ -16,7 +16,8 @@ using UnitMaker = std::function<UnitState(const std::string& profile)>;
 // Blocks until the fleet should end.
 using FleetWait = std::function<void(const std::vector<Simulator*>&)>;
 
-// Starts `count` units: profiles taken in turn from `profiles` (the default
+// Starts `count` units (with the options' serial set: all on one
+// pseudo-terminal as an RS-485 bus, no TCP): profiles taken in turn from `profiles` (the default
 // profile when it is empty), addresses counting up from the options' unit's
 // address, ports from the options' port (free ones for 0). Prints one ready
 // line, writes the fleet file when `fleetFile` is set, serves control lines
@@ -28,9 +29,11 @@ int RunFleet(const Simulator::Options& options, int count, const std::vector<std
 // returns "" or what is wrong with it.
 std::string ApplyControlLine(const std::string& line, const std::vector<Simulator*>& sims);
 
-// The fleet file for units listening at `endpoints` ("host:port"), named
-// sim001, sim002, ...
+// The fleet file for units listening at `endpoints` ("host:port"), or, when
+// `busDevice` is set, on that one line at `addresses` (one character per
+// unit); named sim001, sim002, ...
 std::string FleetFileText(const std::vector<std::string>& endpoints,
-                          const std::vector<std::string>& profiles);
+                          const std::vector<std::string>& profiles, const std::string& busDevice,
+                          const std::string& busSettings, const std::string& addresses);
 
 }  // namespace amp::sim

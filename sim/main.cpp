@@ -55,7 +55,9 @@ Unit:
 Several units (a fleet):
   --units N                serve N units from this process, each on its own
                            TCP port (counting up from --tcp's port, or free
-                           ports for 0); --profile may list several names,
+                           ports for 0), or with --serial all on the one
+                           pseudo-terminal as an RS-485 bus (no TCP then),
+                           each at its address; --profile may list several names,
                            comma-separated, taken in turn; addresses go A, B,
                            C, ... from --address. The faults below apply to
                            every unit; standard input then takes lines such as
@@ -259,8 +261,7 @@ Cli ParseArgs(int argc, char** argv) {
     BadUsage(arg.starts_with("-") ? "unknown option '" + arg + "'"
                                   : "unexpected argument '" + arg + "'");
   if (!o.tcp && !o.serial) BadUsage("nothing to listen on: --no-tcp needs --serial");
-  if (cli.units > 0 && (o.serial || !o.tcp))
-    BadUsage("--units serves its units on TCP: drop --serial and --no-tcp");
+  if (cli.units > 0 && !o.serial && !o.tcp) BadUsage("--units needs TCP or --serial");
   if (!cli.fleetFile.empty() && cli.units == 0) BadUsage("--fleet-file needs --units");
   return cli;
 }

@@ -396,6 +396,16 @@ void Simulator::LogFrame(const RxFrame& frame) {
 }
 
 bool Simulator::HandleFrame(Channel& ch, const RxFrame& frame) {
+  if (!ch.tcp) {
+    for (Simulator* peer : busPeers_) {
+      if (peer->Address() != frame.address || frame.address == state_.address) continue;
+      {
+        std::lock_guard<std::mutex> lock(mu_);
+        LogFrame(frame);  // the line's log holds every frame on it
+      }
+      return peer->HandleFrame(ch, frame) && !stopping_;
+    }
+  }
   std::string out;
   Faults f;
   {

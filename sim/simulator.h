@@ -73,6 +73,13 @@ class Simulator {
   // a fault raised or cleared at run time.
   void SetStatus(const StatusWords& summary, const StatusWords& fault, const StatusWords& alarm);
 
+  // Several units on one RS-485 line: this simulator's serial line also
+  // carries `peer`, which is never started itself. Frames for the peer's
+  // address are answered by the peer, with its own state and faults, on
+  // this line, one at a time as a bus carries them.
+  void AddBusPeer(Simulator* peer) { busPeers_.push_back(peer); }
+  char Address() const { return state_.address; }
+
   // Silent: the unit hears nothing and says nothing, as with the cable
   // pulled. Clearing it also restarts the silent-after count.
   void SetSilent(bool silent);
@@ -138,6 +145,7 @@ class Simulator {
   std::string slavePath_;
   uint32_t junkSeed_ = 0x2545F491u;
 
+  std::vector<Simulator*> busPeers_;
   std::atomic<bool> stopping_{false};
   std::thread thread_;
 };

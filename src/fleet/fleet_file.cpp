@@ -184,32 +184,30 @@ Fleet Read(const toml::table& root) {
   return fleet;
 }
 
-// Outside quotes and comments TOML is ASCII. The parser's test for exotic
-// blanks in that place has no answer for some characters and runs into
-// undefined behaviour, so such a byte is refused here, before it sees it.
-void CheckAsciiOutsideText(std::string_view text) {
+// A fleet file is ASCII; comments may hold any UTF-8. The parser's test for
+// exotic blanks has no answer for some characters and runs into undefined
+// behaviour on them (fuzzing found it in keys, after escapes and after a
+// backslash that ends a line), so any other byte is refused here, before
+// the parser sees it. Names are ASCII anyway; labels are plain words.
+void CheckAscii(std::string_view text) {
   enum { Plain, Comment, Basic, Literal, MultiBasic, MultiLiteral } state = Plain;
   int line = 1;
   for (size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
     if (c == '\n') ++line;
-    const auto opens = [&](std::string_view q) { return text.substr(i, q.size()) == q; };
+    if (state != Comment && static_cast<unsigned char>(c) >= 0x80)
+      throw FileError{line, "a character other than ASCII (only comments may hold one)"};
+    const auto at = [&](std::string_view q) { return text.substr(i, q.size()) == q; };
     switch (state) {
       case Plain:
-        if (static_cast<unsigned char>(c) >= 0x80)
-          throw FileError{line, "a character other than ASCII outside quotes and comments"};
         if (c == '#') {
           state = Comment;
-        } else if (opens("\"\"\"")) {
-          state = MultiBasic;
-          i += 2;
-        } else if (opens("'''")) {
-          state = MultiLiteral;
-          i += 2;
-        } else if (c == '"') {
-          state = Basic;
-        } else if (c == '\'') {
-          state = Literal;
+        } else if (c == '"' || c == '\'') {
+          state = at("\"\"\"")   ? MultiBasic
+                  : at("\'\'\'") ? MultiLiteral
+                  : c == '"'     ? Basic
+                                 : Literal;
+          if (state == MultiBasic || state == MultiLiteral) i += 2;
         }
         break;
       case Comment:
@@ -217,12 +215,13 @@ void CheckAsciiOutsideText(std::string_view text) {
         break;
       case Basic:
       case MultiBasic:
-        if (c == '\\') {
-          if (i + 1 < text.size() && text[i + 1] == '\n') ++line;
-          ++i;
+        if (c == '\\' && i + 1 < text.size() && text[i + 1] != '\n') {
+          ++i;  // an escaped quote does not end the text
+          if (static_cast<unsigned char>(text[i]) >= 0x80)
+            throw FileError{line, "a character other than ASCII (only comments may hold one)"};
         } else if (state == Basic && (c == '"' || c == '\n')) {
           state = Plain;
-        } else if (state == MultiBasic && opens("\"\"\"")) {
+        } else if (state == MultiBasic && at("\"\"\"")) {
           state = Plain;
           i += 2;
         }
@@ -231,7 +230,7 @@ void CheckAsciiOutsideText(std::string_view text) {
         if (c == '\'' || c == '\n') state = Plain;
         break;
       case MultiLiteral:
-        if (opens("'''")) {
+        if (at("\'\'\'")) {
           state = Plain;
           i += 2;
         }
@@ -244,7 +243,7 @@ void CheckAsciiOutsideText(std::string_view text) {
 
 bool ParseFleet(std::string_view text, const std::string& source, Fleet* out, std::string* error) {
   try {
-    CheckAsciiOutsideText(text);
+    CheckAscii(text);
     const toml::table root = toml::parse(text, source);
     *out = Read(root);
     return true;

@@ -8,7 +8,8 @@
 //   address = "A"                 #   and its one-character address
 //   site = "north"                # optional labels: site, rack, chain
 //
-// Units that name the same serial device share one bus. The file is operator
+// The file is ASCII; only comments may hold other characters. Units that
+// name the same serial device share one bus. The file is operator
 // input: everything wrong with it is found here, with the line it is on,
 // before any port or socket is opened.
 #pragma once

@@ -47,6 +47,8 @@ TEST(FleetFile, EachMistakeNamesItsLine) {
   } cases[] = {
       {"[[unit]\n", "f.toml:1:"},
       {"# r\xc3\xa9sum\xc3\xa9\n[[unit]]\nname\xd0\x8e = \"a\"\n", "f.toml:3: a character other"},
+      {"[[unit]]\nname = \"a\"\ntcp = \"h:1\"\nsite = \"Z\xc3\xbcrich\"\n",
+       "f.toml:4: a character other"},
       {"", "f.toml:1: no units"},
       {"title = \"x\"\n" + a, "f.toml:1: unknown key 'title'"},
       {a + "colour = \"red\"\n", "f.toml:4: unknown key 'colour'"},
