@@ -58,6 +58,7 @@ void MemorySettings::Set(const std::string& key, const std::string& value) {
 
 CliSession::CliSession(ConsoleDialogs& dialogs, ComSlots slots)
     : dialogs_(dialogs), host_(std::move(slots)) {
+  host_.shell = &shell_;
   host_.MakeDesk(timer_, dialogs_, runSettings_);
   ui::FrmMain& f = host_.desk->frmMain;
   // The button's caption changes with every change of the session's phase,
@@ -127,6 +128,13 @@ bool CliSession::Connect(const Target& target, const std::string& dataDirectory,
   if (d.frmMain.Load) d.frmMain.Load();
   if (!target.tcpHost.empty()) return ConnectTcp();
   return ConnectSerial(target);
+}
+
+void CliSession::LoadPanel(const std::string& dataDirectory, bool watts) {
+  AmpDesk& d = *host_.desk;
+  d.values.gDataDirectory = dataDirectory;
+  settings_.Set(setting_key::kUnitsSetting, watts ? "True" : "False");
+  if (d.frmMain.Load) d.frmMain.Load();
 }
 
 void CliSession::WaitWhileConnecting(int ms) {

@@ -10,6 +10,7 @@
 
 #include "app/amp_desk.h"
 #include "cli/console_dialogs.h"
+#include "cli/console_shell.h"
 #include "frontend/run_settings.h"
 #include "platform/com_slots.h"
 #include "qt/desk_host.h"
@@ -74,6 +75,12 @@ class CliSession {
   // Loads the panel with the target's settings and connects as the panel
   // does (button, search menus, single address). True when a session stands.
   bool Connect(const Target& target, const std::string& dataDirectory, bool watts);
+  // Loads the panel without connecting, as the program stands before the
+  // operator presses Connect.
+  void LoadPanel(const std::string& dataDirectory, bool watts);
+  // Lets a TCP connect started by the panel settle (its first read runs
+  // from the socket's connect event).
+  void WaitWhileConnecting(int ms);
   bool Connected() const;
   // The session ended without the operator asking for it.
   bool Lost() const { return lost_; }
@@ -98,9 +105,9 @@ class CliSession {
   bool ConnectTcp();
   bool ConnectSerial(const Target& target);
   bool SearchThenConnect(const Target& target);
-  void WaitWhileConnecting(int ms);
 
   ConsoleDialogs& dialogs_;
+  ConsoleShell shell_;
   ConsoleTimer timer_;
   MemorySettings settings_;
   frontend::RunSettings runSettings_{settings_};

@@ -3,8 +3,10 @@
 namespace amp {
 
 void DeskHost::MakeDesk(Timer& timer, Dialogs& dialogs, SettingsStore& settings) {
-  desk = std::make_unique<AmpDesk>(
-      AmpDeskHost{port, slots, sock, timer, pump, clock, dialogs, settings});
+  AmpDeskHost host{port, slots, sock, timer, pump, clock, dialogs, settings};
+  host.udp = &udp;
+  host.shell = shell;
+  desk = std::make_unique<AmpDesk>(host);
 }
 
 bool DeskHost::OpenTrace(const std::string& path, std::string* error) {

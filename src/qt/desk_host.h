@@ -14,6 +14,7 @@
 #include "qt/qt_comm_port.h"
 #include "qt/qt_event_pump.h"
 #include "qt/qt_tcp_socket.h"
+#include "qt/qt_udp_socket.h"
 
 namespace amp {
 
@@ -32,6 +33,8 @@ struct DeskHost {
   ComSlots slots;
   QtCommPort port{slots};
   QtTcpSocket sock;
+  QtUdpSocket udp;
+  Shell* shell = nullptr;  // the front end's, set before MakeDesk
   QtEventPump pump;
   QtClock clock;
   FrameTrace trace{clock};

@@ -128,7 +128,12 @@ bool DesktopApp::Start(std::string* error) {
   settings_ = std::make_unique<frontend::RunSettings>(*storedSettings_);
   // The panel reads its settings when it loads, below; the target is laid
   // over them before that.
+  host_.shell = &shell_;
   host_.MakeDesk(timer1_, dialogs_, *settings_);
+  // The demo's unit search stays on this machine unless told otherwise.
+  frontend::Options udpOptions = options_;
+  if (options_.demo && udpOptions.udpTarget.empty()) udpOptions.udpTarget = "127.0.0.1";
+  host_.desk->network.locateIp.target = frontend::DiscoveryTargetOf(udpOptions);
   host_.desk->EndProgram = [this] {
     ReportSettingsSaveFailure();
     if (onEnd) onEnd();

@@ -17,6 +17,7 @@
 #include "qt/desk_host.h"
 #include "qt/main_window.h"
 #include "qt/qt_dialogs.h"
+#include "qt/qt_shell.h"
 #include "qt/qt_timer.h"
 #include "qt/sim_process.h"
 
@@ -80,6 +81,7 @@ class DesktopApp {
   std::unique_ptr<frontend::RunSettings> settings_;
   QtTimer timer1_;
   QtDialogs dialogs_;
+  QtShell shell_;
   DeskHost host_;
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<FormBinder> binder_;
