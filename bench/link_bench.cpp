@@ -52,6 +52,14 @@ class NullDialogs : public amp::Dialogs {
     return std::nullopt;
   }
   void ShowModal(amp::ui::Form&) override {}  // the exchanges measured open no dialog
+  std::optional<std::string> ShowOpen(const std::string&, const std::string&,
+                                      const std::string&) override {
+    return std::nullopt;
+  }
+  std::optional<std::string> ShowSave(const std::string&, const std::string&,
+                                      const std::string&) override {
+    return std::nullopt;
+  }
 };
 
 struct Host {

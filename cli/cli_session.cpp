@@ -58,7 +58,6 @@ void MemorySettings::Set(const std::string& key, const std::string& value) {
 
 CliSession::CliSession(ConsoleDialogs& dialogs, ComSlots slots)
     : dialogs_(dialogs), host_(std::move(slots)) {
-  host_.shell = &shell_;
   host_.MakeDesk(timer_, dialogs_, runSettings_);
   ui::FrmMain& f = host_.desk->frmMain;
   // The button's caption changes with every change of the session's phase,
@@ -135,6 +134,11 @@ void CliSession::LoadPanel(const std::string& dataDirectory, bool watts) {
   d.values.gDataDirectory = dataDirectory;
   settings_.Set(setting_key::kUnitsSetting, watts ? "True" : "False");
   if (d.frmMain.Load) d.frmMain.Load();
+}
+
+bool CliSession::AwaitSession() {
+  WaitWhileConnecting(kConnectWaitMs);
+  return Connected();
 }
 
 void CliSession::WaitWhileConnecting(int ms) {

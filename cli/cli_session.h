@@ -10,7 +10,6 @@
 
 #include "app/amp_desk.h"
 #include "cli/console_dialogs.h"
-#include "cli/console_shell.h"
 #include "frontend/run_settings.h"
 #include "platform/com_slots.h"
 #include "qt/desk_host.h"
@@ -82,6 +81,8 @@ class CliSession {
   // from the socket's connect event).
   void WaitWhileConnecting(int ms);
   bool Connected() const;
+  // Waits for a connect that the panel started (a reconnect) to settle.
+  bool AwaitSession();
   // The session ended without the operator asking for it.
   bool Lost() const { return lost_; }
   // The next end of the session is the operator's own (Disconnect).
@@ -107,7 +108,6 @@ class CliSession {
   bool SearchThenConnect(const Target& target);
 
   ConsoleDialogs& dialogs_;
-  ConsoleShell shell_;
   ConsoleTimer timer_;
   MemorySettings settings_;
   frontend::RunSettings runSettings_{settings_};

@@ -89,4 +89,39 @@ void ConsoleDialogs::ShowModal(ui::Form& form) {
   open_.erase(std::find(open_.begin(), open_.end(), &form));
 }
 
+std::optional<std::string> ConsoleDialogs::ShowOpen(const std::string& fileName, const std::string&,
+                                                    const std::string&) {
+  if (files.empty()) {
+    Note("ampdesk-cli: no --file left for the open dialog: cancelled");
+    return std::nullopt;
+  }
+  std::string v = files.front();
+  files.pop_front();
+  return v;
+}
+
+std::optional<std::string> ConsoleDialogs::ShowSave(const std::string& fileName, const std::string&,
+                                                    const std::string& initDir) {
+  if (!files.empty()) {
+    std::string v = files.front();
+    files.pop_front();
+    return v;
+  }
+  if (saveTakesProposal && !fileName.empty())
+    return initDir.empty() || fileName.find('/') != std::string::npos ? fileName
+                                                                      : initDir + "/" + fileName;
+  Note("ampdesk-cli: no --file left for the save dialog: cancelled");
+  return std::nullopt;
+}
+
+void ConsoleShell::OpenDocument(const std::string& path) {
+  std::fprintf(err_, "open: %s\n", path.c_str());
+  std::fflush(err_);
+}
+
+bool ConsoleShell::OpenUrl(const std::string& url) {
+  OpenDocument(url);
+  return true;
+}
+
 }  // namespace amp::cli

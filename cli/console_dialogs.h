@@ -12,8 +12,21 @@
 
 #include "frontend/state_json.h"
 #include "platform/dialogs.h"
+#include "platform/shell.h"
 
 namespace amp::cli {
+
+// A document or a web page "opened" on a terminal is only named:
+// "open: PATH" on stderr; nothing is launched.
+class ConsoleShell : public Shell {
+ public:
+  explicit ConsoleShell(std::FILE* err = stderr) : err_(err) {}
+  void OpenDocument(const std::string& path) override;
+  bool OpenUrl(const std::string& url) override;
+
+ private:
+  std::FILE* err_;
+};
 
 class ConsoleDialogs : public Dialogs {
  public:
@@ -30,6 +43,13 @@ class ConsoleDialogs : public Dialogs {
   // open (or any form when there is no driver) is closed as by its close
   // box, so the form's own cancel path decides what that means.
   void ShowModal(ui::Form& form) override;
+  // Answered from --file, in order; with none left the dialog is cancelled,
+  // except that a save dialog takes its proposed name when
+  // `saveTakesProposal` is set.
+  std::optional<std::string> ShowOpen(const std::string& fileName, const std::string& filter,
+                                      const std::string& initDir) override;
+  std::optional<std::string> ShowSave(const std::string& fileName, const std::string& filter,
+                                      const std::string& initDir) override;
 
   // The box as one line: CR LF, CR and LF each become the two characters \n.
   static std::string OneLine(const std::string& title, const std::string& text);
@@ -42,6 +62,8 @@ class ConsoleDialogs : public Dialogs {
 
   MsgResult answer = MsgResult::OK;  // --answer
   std::deque<std::string> inputs;    // --input, used in order
+  std::deque<std::string> files;     // --file, used in order
+  bool saveTakesProposal = false;
   using Shown = frontend::ShownMessage;
   std::vector<Shown> shown;  // every message box, in order
   bool AnyFailure() const;

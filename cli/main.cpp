@@ -3,7 +3,6 @@
 // terminal. One table of options and one of commands drive parsing, --help
 // and the errors.
 #include <QCoreApplication>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <csignal>
@@ -26,6 +25,7 @@
 #include "display/panel_script.h"
 #include "frontend/options.h"
 #include "frontend/state_json.h"
+#include "qt/data_places.h"
 #include "qt/qt_com_slots.h"
 #include "qt/sim_process.h"
 #include "qt/stop_signals.h"
@@ -295,6 +295,65 @@ int RunDiscover(Run& r) {
   return Outcome(r, kExitOk);
 }
 
+// ----------------------------------------------------- configuration files
+
+std::string CheckLoadConfig(Options& o) {
+  if (o.args.size() != 1) return "load-config needs one FILE";
+  return {};
+}
+
+std::string CheckSaveConfig(Options& o) {
+  if (o.args.size() > 1) return "save-config takes at most one FILE, not '" + o.args[1] + "'";
+  return {};
+}
+
+// As the operator does it: Load Cfg File..., the file chosen in its dialog.
+int RunLoadConfig(Run& r) {
+  const std::string& file = r.o.args[0];
+  std::error_code ec;
+  if (!std::filesystem::is_regular_file(file, ec)) {
+    Err("no file " + file);
+    return Outcome(r, kExitFailed);
+  }
+  AmpDesk& d = r.session.desk();
+  r.dialogs.files.push_front(file);
+  r.session.ExpectDisconnect();  // the reconnect after the replay
+  d.frmMain.mnuLoadFile.RaiseClick();
+  const size_t sent = d.configFiles.LoadedCommands();
+  const bool up = r.session.AwaitSession();
+  if (!r.o.json) std::printf("%s: %zu commands sent\n", file.c_str(), sent);
+  PrintState(r, nullptr);
+  if (!up) Err("no session after the reconnect");
+  return Outcome(r, up ? kExitOk : kExitFailed);
+}
+
+// Save Unit Cfg...: to FILE, or to the name the dialog proposes.
+int RunSaveConfig(Run& r) {
+  AmpDesk& d = r.session.desk();
+  if (r.o.args.empty()) {
+    r.dialogs.saveTakesProposal = true;
+  } else {
+    r.dialogs.files.push_front(r.o.args[0]);
+  }
+  d.frmMain.mnuSaveAs.RaiseClick();
+  const std::string& saved = d.configFiles.SavedFile();
+  if (saved.empty()) {
+    Err("no configuration file was saved");
+    return Outcome(r, kExitFailed);
+  }
+  if (r.o.json) {
+    JsonWriter w;
+    w.BeginObject();
+    w.Key("file").String(saved);
+    w.EndObject();
+    std::printf("%s\n", w.str().c_str());
+  } else {
+    std::printf("%s\n", saved.c_str());
+  }
+  std::fflush(stdout);
+  return Outcome(r, kExitOk);
+}
+
 const std::vector<CommandSpec>& CommandTable() {
   static const std::vector<CommandSpec> table = {
       {"status", "",
@@ -311,6 +370,13 @@ const std::vector<CommandSpec>& CommandTable() {
        "search for units by UDP (Locate IP) and list them; --connect N connects to line N by "
        "TCP (on port P, else 2000)",
        CheckDiscover, RunDiscover},
+      {"load-config", "FILE",
+       "connect, replay the configuration FILE into the unit, reconnect; print the state after",
+       CheckLoadConfig, RunLoadConfig},
+      {"save-config", "[FILE]",
+       "connect, first read, save the unit's configuration to FILE (or the proposed name in "
+       "the data directory); print its path",
+       CheckSaveConfig, RunSaveConfig},
   };
   return table;
 }
@@ -319,6 +385,7 @@ const std::vector<CommandSpec>& CommandTable() {
 void AddTable(CLI::App& app, Options& o) {
   frontend::AddUnitOptions(app, o);
   frontend::AddConsoleOptions(app, o);
+  frontend::AddFileOptions(app, o);
   for (const CommandSpec& c : CommandTable()) {
     CLI::App* sub = app.add_subcommand(c.name, c.help);
     sub->fallthrough();  // the program's options may follow the command
@@ -387,6 +454,8 @@ void PrintHelp() {
       "Examples:\n"
       "  ampdesk-cli --demo monitor --polls 4\n"
       "  ampdesk-cli --tcp 192.0.2.10 status --json\n"
+      "  ampdesk-cli --tcp 192.0.2.10 save-config unit.txt\n"
+      "  ampdesk-cli --tcp 192.0.2.10 --json load-config unit.txt\n"
       "  ampdesk-cli --serial /dev/ttyUSB0 --settings 19200,N,8,1 --address B send 1 ?A\n"
       "  echo 'click mnuWatts' | ampdesk-cli --tcp 192.0.2.10 --json script -\n"
       "  ampdesk-cli discover --udp-target 127.0.0.1 --udp-ports 2101:2100 --connect 1\n");
@@ -414,12 +483,6 @@ std::string Parse(int argc, char** argv, Options& o) {
       return "bad serial port '" + o.serialDevice + "' (COM1..COM10 or a device path)";
   }
   return {};
-}
-
-std::string DefaultDataDirectory() {
-  const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  if (base.isEmpty()) return {};
-  return (std::filesystem::path(base.toStdString()) / "AmpDesk").string();
 }
 
 int Main(int argc, char** argv) {
@@ -452,6 +515,8 @@ int Main(int argc, char** argv) {
                    : o.answer == "no"   ? MsgResult::No
                                         : MsgResult::OK;
   dialogs.inputs.assign(o.inputs.begin(), o.inputs.end());
+  dialogs.files.assign(o.files.begin(), o.files.end());
+  ConsoleShell shell;
 
   CliSession session(dialogs, DefaultComSlots());
   Run run{o, dialogs, session, {}, {}};
@@ -496,15 +561,17 @@ int Main(int argc, char** argv) {
     Err(err);
     return kExitFailed;
   }
-  const std::string dataDir = o.dataDir.empty() ? DefaultDataDirectory() : o.dataDir;
+  const frontend::DataPlaces places = frontend::ChooseDataPlaces(o, "", "", DefaultDataDirectory());
+  session.desk().values.gCalRoot = places.calRoot;
+  session.desk().configFiles.shell = &shell;
   if (o.command == "discover") {
-    session.LoadPanel(dataDir, o.watts);
+    session.LoadPanel(places.dataDir, o.watts);
     session.desk().network.locateIp.target = frontend::DiscoveryTargetOf(o);
     const int code = cmd->run(run);
     session.Close();
     return code;
   }
-  if (!session.Connect(target, dataDir, o.watts)) {
+  if (!session.Connect(target, places.dataDir, o.watts)) {
     if (o.json) PrintState(run, nullptr);
     return kExitFailed;
   }

@@ -11,15 +11,16 @@ import re
 import sys
 
 RANKS = {
-    "basic": 0, "platform": 0, "model": 0,
+    "basic": 0, "platform": 0, "model": 0, "fleet": 0,
     "link": 1,
     "commands": 2,
     "display": 3,
     "unit": 4, "control": 4,
-    "app": 5,
-    "frontend": 6,
-    "qt": 7,
-    "cli": 8,
+    "datafiles": 5,
+    "app": 6,
+    "frontend": 7,
+    "qt": 8,
+    "cli": 9,
 }
 # Directory of a source file -> its layer name in RANKS.
 ROOTS = {"src": None, "cli": "cli", "sim": "sim"}

@@ -9,6 +9,7 @@ PACKAGES=(
   libgl-dev
   libxlsxwriter-dev
   libcli11-dev
+  libtomlplusplus-dev prometheus-cpp-dev prometheus
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-14-dev clang-format clang-tidy python3 git
   xvfb xauth

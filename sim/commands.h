@@ -74,6 +74,11 @@ inline constexpr std::string_view kUnitIdQuery = "1";
 void AddStandardCommands(CommandTable& table);
 CommandTable StandardCommands();
 
+// True when the command text would change the unit (a set command or an
+// action), false for a query or a text the language does not know. What a
+// read-only host sends can be checked against this.
+bool ChangesUnit(std::string_view text);
+
 // True for a name that may stand in a profile's `lacks` list: a family of the
 // command language ("buc", "lldp", "alarm_words" ...) or "param.N".
 bool IsCommandFamily(std::string_view name);

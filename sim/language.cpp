@@ -1258,6 +1258,21 @@ CommandTable StandardCommands() {
   return table;
 }
 
+bool ChangesUnit(std::string_view text) {
+  // As the table answers: the longest literal prefix wins, then the first
+  // row of that prefix whose pattern takes the whole text.
+  const Compiled* best = nullptr;
+  size_t bestLength = 0;
+  for (const Compiled& c : CompiledRows()) {
+    const std::string prefix = LiteralPrefix(c.row->pattern);
+    if (!text.starts_with(prefix) || (best && prefix.size() <= bestLength)) continue;
+    if (!std::regex_match(text.begin(), text.end(), c.re)) continue;
+    best = &c;
+    bestLength = prefix.size();
+  }
+  return best && RemoteOnly(best->row->op);
+}
+
 bool IsCommandFamily(std::string_view name) {
   if (name.starts_with("param.") && name.size() > 6 &&
       name.substr(6).find_first_not_of("0123456789") == std::string_view::npos)

@@ -9,9 +9,11 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "sim/fleet.h"
 #include "sim/profile.h"
 #include "sim/simulator.h"
 #include "sim/udp_responder.h"
@@ -60,6 +62,17 @@ Unit:
   --tcp-byte-timing        pace TCP replies as well
   --cr-only                end TCP replies with CR instead of CR LF
   --frame-log FILE         append one line per received frame to FILE
+Several units (a fleet):
+  --units N                serve N units from this process, each on its own
+                           TCP port (counting up from --tcp's port, or free
+                           ports for 0); --profile may list several names,
+                           comma-separated, taken in turn; addresses go A, B,
+                           C, ... from --address. The faults below apply to
+                           every unit; standard input then takes lines such as
+                             2 --status P@@@,@A@@,@@@@   (unit 2's status)
+                             3 --drop-every 1            (one unit's fault)
+                             1 --silent / 1 --answer / 1 --stop
+  --fleet-file PATH        write the fleet file naming the N units to PATH
 Faults (N = every Nth frame, 0 = off):
   --drop-every N           do not answer every Nth frame (1 = never answer)
   --nak-every N            NAK every Nth frame instead of answering
@@ -137,6 +150,8 @@ struct Cli {
   bool udp = false;
   amp::sim::UdpResponder::Options udpOpts;
   std::string profile;
+  int units = 0;  // 0: the one unit of a plain run
+  std::string fleetFile;
   bool local = false;
   bool addressGiven = false, idGiven = false, statusGiven = false;
 };
@@ -251,6 +266,11 @@ Cli ParseArgs(int argc, char** argv) {
   count("--split", &o.faults.splitMs, 600'000);
   flag("--lf-separate", [&o] { o.faults.lfSeparate = true; });
   count("--silent-after", &o.faults.silentAfter);
+  value("--units", [&cli](const std::string& v) {
+    cli.units = ParseCount("--units", v, 5000);
+    if (cli.units == 0) BadUsage("--units: expected at least 1");
+  });
+  value("--fleet-file", [&cli](const std::string& v) { cli.fleetFile = v; });
 
   // Each option acts where it stands on the line (trigger_on_parse), so
   // --help and --list-profiles end the program there, as a bad value does.
@@ -271,7 +291,70 @@ Cli ParseArgs(int argc, char** argv) {
     BadUsage(arg.starts_with("-") ? "unknown option '" + arg + "'"
                                   : "unexpected argument '" + arg + "'");
   if (!o.tcp && !o.serial) BadUsage("nothing to listen on: --no-tcp needs --serial");
+  if (cli.units > 0 && (o.serial || !o.tcp))
+    BadUsage("--units serves its units on TCP: drop --serial and --no-tcp");
+  if (!cli.fleetFile.empty() && cli.units == 0) BadUsage("--fleet-file needs --units");
   return cli;
+}
+
+// The unit a profile describes, with the options given on the command line
+// laid over it. Ends the program (exit 2) when the profile cannot be had.
+amp::sim::UnitState UnitFromProfile(const Cli& cli, const std::string& profile) {
+  const bool named = !profile.empty();
+  const std::string wanted = named ? profile : std::string(amp::sim::kDefaultProfile);
+  const std::string path = amp::sim::ResolveProfile(wanted);
+  amp::sim::UnitState unit;
+  std::string why;
+  if (path.empty()) {
+    if (named) {
+      std::string known;
+      for (const auto& name : amp::sim::ProfileNames()) known += (known.empty() ? "" : ", ") + name;
+      std::fprintf(stderr, "ampsim: no profile named '%s' (known: %s)\n", wanted.c_str(),
+                   known.empty() ? "none found" : known.c_str());
+      std::exit(2);
+    }
+    std::fprintf(stderr, "ampsim: default profile '%s' not found; the unit answers little\n",
+                 wanted.c_str());
+  } else if (!amp::sim::LoadProfile(path, unit, &why)) {
+    std::fprintf(stderr, "ampsim: %s\n", why.c_str());
+    std::exit(2);
+  }
+  const auto& given = cli.opts.unit;
+  if (cli.addressGiven) unit.address = given.address;
+  if (cli.idGiven) unit.unitId = given.unitId;
+  if (cli.statusGiven) {
+    unit.summary = given.summary;
+    unit.fault = given.fault;
+    unit.alarm = given.alarm;
+  }
+  if (cli.local) unit.SetRemote(false);
+  return unit;
+}
+
+// "--profile a,b" names the profiles a fleet's units take in turn.
+std::vector<std::string> SplitProfiles(const std::string& list) {
+  std::vector<std::string> out;
+  size_t b = 0;
+  for (size_t e; (e = list.find(',', b)) != std::string::npos; b = e + 1)
+    out.push_back(list.substr(b, e - b));
+  if (!list.empty()) out.push_back(list.substr(b));
+  return out;
+}
+
+// Waits for SIGINT, SIGTERM or SIGHUP; SIGUSR1 toggles every unit's silence.
+void WaitForEnd(sigset_t& set, const std::vector<Simulator*>& sims) {
+  while (true) {
+    int sig = 0;
+    if (sigwait(&set, &sig) != 0) continue;
+    if (sig == SIGUSR1) {
+      bool silent = !sims.front()->Silent();
+      for (Simulator* s : sims) s->SetSilent(silent);
+      std::fprintf(stderr, "ampsim: %s\n", silent ? "silent" : "answering again");
+      std::fflush(stderr);
+      continue;
+    }
+    break;
+  }
 }
 
 }  // namespace
@@ -279,42 +362,8 @@ Cli ParseArgs(int argc, char** argv) {
 int main(int argc, char** argv) {
   Cli cli = ParseArgs(argc, argv);
 
-  // The profile gives the whole unit; the options given override parts of it.
-  {
-    const bool named = !cli.profile.empty();
-    const std::string wanted = named ? cli.profile : std::string(amp::sim::kDefaultProfile);
-    const std::string path = amp::sim::ResolveProfile(wanted);
-    amp::sim::UnitState unit;
-    std::string why;
-    if (path.empty()) {
-      if (named) {
-        std::string known;
-        for (const auto& name : amp::sim::ProfileNames())
-          known += (known.empty() ? "" : ", ") + name;
-        std::fprintf(stderr, "ampsim: no profile named '%s' (known: %s)\n", wanted.c_str(),
-                     known.empty() ? "none found" : known.c_str());
-        return 2;
-      }
-      std::fprintf(stderr, "ampsim: default profile '%s' not found; the unit answers little\n",
-                   wanted.c_str());
-    } else if (!amp::sim::LoadProfile(path, unit, &why)) {
-      std::fprintf(stderr, "ampsim: %s\n", why.c_str());
-      return 2;
-    }
-    const auto& given = cli.opts.unit;
-    if (cli.addressGiven) unit.address = given.address;
-    if (cli.idGiven) unit.unitId = given.unitId;
-    if (cli.statusGiven) {
-      unit.summary = given.summary;
-      unit.fault = given.fault;
-      unit.alarm = given.alarm;
-    }
-    if (cli.local) unit.SetRemote(false);
-    cli.opts.unit = std::move(unit);
-  }
-
   // Signals are taken synchronously by this thread; block them before the
-  // unit's thread starts so it inherits the mask and never sees them.
+  // units' threads start so they inherit the mask and never see them.
   sigset_t set;
   sigemptyset(&set);
   sigaddset(&set, SIGINT);
@@ -323,6 +372,19 @@ int main(int argc, char** argv) {
   sigaddset(&set, SIGUSR1);
   pthread_sigmask(SIG_BLOCK, &set, nullptr);
   signal(SIGPIPE, SIG_IGN);
+
+  if (cli.units > 0) {
+    // With no profile named, the units take every known profile in turn.
+    std::vector<std::string> profiles = SplitProfiles(cli.profile);
+    if (profiles.empty()) profiles = amp::sim::ProfileNames();
+    return amp::sim::RunFleet(
+        cli.opts, cli.units, profiles,
+        [&cli](const std::string& profile) { return UnitFromProfile(cli, profile); }, cli.fleetFile,
+        [&set](const auto& sims) { WaitForEnd(set, sims); });
+  }
+
+  // The profile gives the whole unit; the options given override parts of it.
+  cli.opts.unit = UnitFromProfile(cli, cli.profile);
 
   Simulator sim(cli.opts);
   std::string error;
@@ -349,18 +411,7 @@ int main(int argc, char** argv) {
   std::printf("%s\n", ready.c_str());
   std::fflush(stdout);
 
-  while (true) {
-    int sig = 0;
-    if (sigwait(&set, &sig) != 0) continue;
-    if (sig == SIGUSR1) {
-      bool silent = !sim.Silent();
-      sim.SetSilent(silent);
-      std::fprintf(stderr, "ampsim: %s\n", silent ? "silent" : "answering again");
-      std::fflush(stderr);
-      continue;
-    }
-    break;
-  }
+  WaitForEnd(set, {&sim});
   udp.Stop();
   sim.Stop();
   return 0;

@@ -202,6 +202,19 @@ void Simulator::SetFaults(const Faults& faults) {
   Wake();  // babble may have been switched on
 }
 
+Simulator::Faults Simulator::CurrentFaults() const {
+  std::lock_guard<std::mutex> lock(mu_);
+  return faults_;
+}
+
+void Simulator::SetStatus(const StatusWords& summary, const StatusWords& fault,
+                          const StatusWords& alarm) {
+  std::lock_guard<std::mutex> lock(mu_);
+  state_.summary = summary;
+  state_.fault = fault;
+  state_.alarm = alarm;
+}
+
 void Simulator::SetSilent(bool silent) {
   {
     std::lock_guard<std::mutex> lock(mu_);

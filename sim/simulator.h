@@ -67,6 +67,11 @@ class Simulator {
   std::string SerialPath() const;  // e.g. /dev/pts/7, or ""
 
   void SetFaults(const Faults& faults);
+  Faults CurrentFaults() const;
+
+  // Puts the three status groups as a unit in trouble would report them:
+  // a fault raised or cleared at run time.
+  void SetStatus(const StatusWords& summary, const StatusWords& fault, const StatusWords& alarm);
 
   // Silent: the unit hears nothing and says nothing, as with the cable
   // pulled. Clearing it also restarts the silent-after count.

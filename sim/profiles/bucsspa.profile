@@ -215,6 +215,7 @@ rev_power = 0.3
 temp      = 2
 buc.power = 0.5
 buc.temp  = 0.8
+buc.ideal = 0.5
 dc.input  = 0.3
 isense.1  = 0.2
 

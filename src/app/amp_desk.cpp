@@ -32,6 +32,7 @@ AmpDesk::AmpDesk(AmpDeskHost host)
   RegisterForm(handlers.bands.frmSetSubBand);
   for (ui::Form* form : network.Forms()) RegisterForm(*form);
   network.locateIp.udpSock = host.udp;
+  for (ui::Form* dialog : handlers.DialogForms()) RegisterForm(*dialog);
   WireMainPanel();
   WireComDialog();
   WireAboutDialog();
@@ -69,6 +70,8 @@ void AmpDesk::WireMainPanel() {
   f.mnuFileExit.Click = [this] { mnuFileExit_Click(); };
   f.mnuHelpAbout.Click = [this] { mnuHelpAbout_Click(); };
   f.mnuWatts.Click = [this] { mnuWatts_Click(); };
+  f.mnuLoadFile.Click = [this] { configFiles.mnuLoadFile_Click(); };
+  f.mnuSaveAs.Click = [this] { configFiles.mnuSaveAs_Click(); };
 }
 
 void AmpDesk::WireAboutDialog() {

@@ -17,6 +17,7 @@
 #include "control/control_panel.h"
 #include "control/network_dialogs.h"
 #include "control/panel_context.h"
+#include "datafiles/config_files.h"
 #include "display/frm_about.h"
 #include "display/frm_com.h"
 #include "display/frm_main.h"
@@ -49,10 +50,8 @@ struct AmpDeskHost {
   Clock& clock;
   Dialogs& dialogs;
   SettingsStore& settings;
-  // The unit search and the browser; a host without them finds no unit by
-  // UDP and opens no web page.
+  // The unit search; a host without one finds no unit by UDP.
   UdpSocket* udp = nullptr;
-  Shell* shell = nullptr;
 };
 
 class AmpDesk : public LinkPanel {
@@ -97,6 +96,8 @@ class AmpDesk : public LinkPanel {
   int16_t gPortToConfigure = 0;  // the port frmCom edits
   std::string gPortSettings;     // settings into and out of frmCom; "" after Cancel
   std::string gLastDir;          // last folder of a file dialog, kept across runs
+  // Load Cfg File... and Save Unit Cfg...; the front end sets its shell.
+  ConfigFiles configFiles{controls, gLastDir};
   // The TCP target lives in values.gIPAddress and values.gEthPort, beside the
   // unit's own network settings that the first read may put there.
 
@@ -188,6 +189,9 @@ class AmpDesk : public LinkPanel {
   void SetControlEnabled(std::string_view control, bool enabled) override;
 
   AmpDeskHost& host() { return host_; }
+  // The host timer the dialogs' own timers run on (the upconverter's live
+  // readings); the poll's Timer1 is stopped while they run.
+  void AttachDialogTimer(Timer& timer) { handlers.upconverter.AttachTimer(timer); }
 
  private:
   // Wiring of the panel model's events to the handlers.

@@ -266,7 +266,7 @@ void AmpDesk::mnuOpenWebpage_Click() {
     host_.dialogs.MsgBox("Invalid IP Address", MsgButtons::OK, MsgIcon::None, "IP Address Error");
     return;
   }
-  if (host_.shell) host_.shell->OpenUrl("http://" + values.gIPAddress);
+  if (configFiles.shell) configFiles.shell->OpenUrl("http://" + values.gIPAddress);
 }
 
 }  // namespace amp

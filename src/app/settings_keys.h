@@ -26,6 +26,10 @@ inline constexpr const char* kFilePath = "FilePath";          // last folder of 
 // the stored port number stood for (serial slots are dealt per run).
 inline constexpr const char* kHostSection = "Host";
 inline constexpr const char* kCurrentPortDevice = "CurrentPortDevice";
+// Where data files and logs go, and the root of the calibration folders;
+// empty or absent: the host's per-user defaults.
+inline constexpr const char* kDataDirectory = "DataDirectory";
+inline constexpr const char* kCalibrationRoot = "CalibrationRoot";
 
 // The keys that say which unit to reach and how: a target given for one run
 // replaces them for that run only.

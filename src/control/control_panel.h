@@ -3,13 +3,19 @@
 // as long as the panel, since the handlers capture them.
 #pragma once
 
+#include <vector>
+
 #include "control/attenuation_controls.h"
 #include "control/band_controls.h"
+#include "control/command_console.h"
+#include "control/config_switches.h"
 #include "control/constant_power_controls.h"
 #include "control/identity_controls.h"
+#include "control/limit_dialogs.h"
 #include "control/panel_context.h"
 #include "control/transmit_controls.h"
 #include "control/trip_level_controls.h"
+#include "control/upconverter_dialog.h"
 #include "control/waveguide_controls.h"
 
 namespace amp {
@@ -22,7 +28,11 @@ struct ControlPanel {
         tripLevels(p),
         bands(p),
         waveguide(p),
-        identity(p) {}
+        identity(p),
+        upconverter(p),
+        limits(p),
+        switches(p),
+        console(p) {}
 
   void Wire() {
     transmit.Wire();
@@ -32,6 +42,18 @@ struct ControlPanel {
     bands.Wire();
     waveguide.Wire();
     identity.Wire();
+    upconverter.Wire();
+    limits.Wire();
+    switches.Wire();
+    console.Wire();
+  }
+
+  // The configuration dialogs and the console, for the application to
+  // register with its forms.
+  std::vector<ui::Form*> DialogForms() {
+    return {&upconverter.frmlcBucSetup, &limits.frmPwrLimit, &limits.frmTempLimits,
+            &limits.frmPowerSave,       &limits.frmGainBal,  &limits.frmStartup,
+            &console.frmCmdLine};
   }
 
   TransmitControls transmit;
@@ -41,6 +63,10 @@ struct ControlPanel {
   BandControls bands;
   WaveguideControls waveguide;
   IdentityControls identity;
+  UpconverterDialog upconverter;
+  LimitDialogs limits;
+  ConfigSwitches switches;
+  CommandConsole console;
 };
 
 }  // namespace amp

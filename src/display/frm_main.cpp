@@ -111,10 +111,10 @@ FrmMain::FrmMain() : Form("frmMain") {
   Menu(mnuPowerSave, "Power Save...", "mnuOptions");
   Menu(mnuAutoHVDisable, "Auto-Xmit Restore Disabled", "mnuOptions");
   Menu(mnuAmpCom, "Serial Com", "mnuOptions");
-  Menu(mnuRack, "Rack Mount", "mnuOptions");
+  Menu(mnuRack, "Rack Unit", "mnuOptions");
   Menu(mnuStartupCfg, "Amplifier Startup...", "mnuOptions");
   Menu(mnuTempTripLevels, "Temperature Trip Levels...", "mnuOptions");
-  Menu(mnu2ndUmbilical, "2nd Umbilical", "mnuOptions");
+  Menu(mnu2ndUmbilical, "Dual Umbilical Brd", "mnuOptions");
   Menu(mnuMaxPwrLvl, "Maximum Power Level...", "mnuOptions");
   Menu(mnuRRfOffset, "Reverse RF Offset...", "mnuOptions");
   Menu(mnuReturnLoss, "Return Loss...", "mnuOptions");
@@ -129,12 +129,12 @@ FrmMain::FrmMain() : Form("frmMain") {
   Menu(mnuMfgInfo, "Manufacturing Info...", "mnuOptions");
   Menu(mnuClrHrs, "Clear Hours", "mnuOptions");
   Menu(mnuRfiInvert, "RF Inhibit Invert", "mnuOptions");
-  Menu(mnuAutoClrBUC, "Auto Clear BUC Faults", "mnuOptions");
+  Menu(mnuAutoClrBUC, "Auto Clear UpConverter Fault", "mnuOptions");
   Menu(mnuGainBal, "Gain Balance...", "mnuOptions");
   Menu(mnuSubBands, "Sub-Bands", "mnuOptions");
   for (int i = 1; i <= 8; ++i)
     Menu(mnuSubB(i), ("#" + std::to_string(i) + "   ").c_str(), "mnuSubBands");
-  Menu(mnuLEDMode, "LED Mode", "mnuOptions");
+  Menu(mnuLEDMode, "Status LED Disabled", "mnuOptions");
   Menu(mnuSumFltTest, "Summary Fault Test...", "mnuOptions");
   Menu(mnuWgArcTest, "Waveguide Arc Test", "mnuOptions");
   Menu(mnulcBucSetup, "Block UpConverter", "mnuOptions");

@@ -20,6 +20,9 @@ struct SessionValues {
   // Folder for the fault log and other downloads; the application sets it
   // at start. Empty: InitDataDirectory has nothing to create.
   std::string gDataDirectory;
+  // Root of the per-unit calibration folders, also where configuration files
+  // are proposed; the application sets it at start.
+  std::string gCalRoot;
 
   // ---- Fields of the main panel that its handlers share ---------------
   // Set by Enter in one of the value fields; while set, leaving a field does

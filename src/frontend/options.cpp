@@ -74,6 +74,19 @@ RunTarget Options::Target(int serialSlot) const {
   return t;
 }
 
+DataPlaces ChooseDataPlaces(const Options& o, const std::string& storedDataDir,
+                            const std::string& storedCalRoot, const std::string& defaultDataDir) {
+  DataPlaces p;
+  p.dataDir = !o.dataDir.empty()       ? o.dataDir
+              : !storedDataDir.empty() ? storedDataDir
+                                       : defaultDataDir;
+  p.calRoot = !o.calDir.empty()        ? o.calDir
+              : !storedCalRoot.empty() ? storedCalRoot
+              : p.dataDir.empty()      ? ""
+                                       : p.dataDir + "/Amplifier Calibration Files";
+  return p;
+}
+
 std::string CheckLineSettings(const std::string& v) {
   std::string why = "bad line settings '" + v + "' (baud,parity,data,stop such as 9600,N,8,1)";
   std::vector<std::string> parts;
@@ -196,11 +209,6 @@ void AddConsoleOptions(CLI::App& app, Options& o) {
       ->group("With --serial");
   const char* group = "Options";
   app.add_flag("--watts", o.watts, "power fields in Watts (as the Watts menu entry)")->group(group);
-  app.add_option("--data-dir", o.dataDir,
-                 "where data files and logs are written (default: the per-user data directory)")
-      ->type_name("DIR")
-      ->check(Rule(NotEmpty("a directory")))
-      ->group(group);
   app.add_option("--answer", o.answer,
                  "the answer to every question box. Without it every box takes ok, its first "
                  "button (OK, Yes or Retry), also a box that resets the unit or switches it off, "
@@ -215,7 +223,30 @@ void AddConsoleOptions(CLI::App& app, Options& o) {
       ->type_name("TEXT")
       ->allow_extra_args(false)
       ->group(group);
+  app.add_option("--file", o.files,
+                 "the path chosen in the next open or save file dialog (repeatable, used in "
+                 "order; none left = cancel)")
+      ->type_name("PATH")
+      ->allow_extra_args(false)
+      ->check(Rule(NotEmpty("a path")))
+      ->group(group);
   app.add_flag("--json", o.json, "machine-readable output")->group(group);
+}
+
+void AddFileOptions(CLI::App& app, Options& o) {
+  const char* group = "Files";
+  app.add_option("--data-dir", o.dataDir,
+                 "where data files and logs are written (default: the per-user data "
+                 "directory, AmpDesk under $XDG_DATA_HOME)")
+      ->type_name("DIR")
+      ->check(Rule(NotEmpty("a directory")))
+      ->group(group);
+  app.add_option("--cal-dir", o.calDir,
+                 "the root of the per-unit calibration folders (default: \"Amplifier "
+                 "Calibration Files\" in the data directory)")
+      ->type_name("DIR")
+      ->check(Rule(NotEmpty("a directory")))
+      ->group(group);
 }
 
 std::string ParseArgs(CLI::App& app, std::vector<std::string> args,

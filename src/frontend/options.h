@@ -42,8 +42,12 @@ struct Options {
   bool afterGiven = false;
 
   // The command line.
-  std::string search;  // "", "extended" (A-F) or "advanced" (A-Z)
+  // Where files live, both programs: "" for the host's default.
   std::string dataDir;
+  std::string calDir;
+
+  std::string search;              // "", "extended" (A-F) or "advanced" (A-Z)
+  std::vector<std::string> files;  // --file: answers to the file dialogs, in order
   std::string answer = "ok";
   std::vector<std::string> inputs;
   bool json = false;
@@ -60,11 +64,20 @@ struct Options {
 DiscoveryTarget DiscoveryTargetOf(const Options& o);
 // "LOCAL:REMOTE", two ports from 1 to 65535: "" or why not.
 std::string CheckUdpPorts(const std::string& text);
+// Where a run's files go: the option, else the stored setting, else the
+// default; the calibration root defaults to a folder in the data directory.
+struct DataPlaces {
+  std::string dataDir;
+  std::string calRoot;
+};
+DataPlaces ChooseDataPlaces(const Options& o, const std::string& storedDataDir,
+                            const std::string& storedCalRoot, const std::string& defaultDataDir);
 
 // The option groups; each program adds those it takes.
 void AddUnitOptions(CLI::App& app, Options& o);
 void AddDesktopOptions(CLI::App& app, Options& o);
 void AddConsoleOptions(CLI::App& app, Options& o);
+void AddFileOptions(CLI::App& app, Options& o);
 
 // Parses `args` (without the program name) into the options `app` was
 // given. "" or the error in the programs' words. Unknown arguments are

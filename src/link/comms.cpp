@@ -22,6 +22,14 @@ Comms::Comms(LinkHost host, LinkPanel& panel)
 }
 
 bool Comms::ExchangeCommand(std::string_view command, bool ShowError) {
+  struct Flight {
+    bool& flag;
+    bool outer;
+    explicit Flight(bool& f) : flag(f), outer(!f) { flag = true; }
+    ~Flight() {
+      if (outer) flag = false;
+    }
+  } flight(inFlight_);
   Link.RxMessage.clear();
   if (command.empty()) return true;
   if (gUseEnet) return ExchangeCommandTcp(Link.DeviceAddress(), command);
@@ -219,6 +227,7 @@ bool Comms::UpdateStatus() {
 }
 
 void Comms::Timer1_Timer() {
+  if (inFlight_) return;
   if (!gUseEnet) {
     UpdateStatus();
     return;

@@ -54,7 +54,11 @@ class Comms {
   std::array<std::string, 11> gRespFields;  // shared scratch of every reader
 
   // Sends `command` and leaves the whole reply frame in Link.RxMessage.
+  // One exchange at a time: a poll tick that falls due while an exchange
+  // waits for its reply (the TCP wait runs the event loop) is dropped, so
+  // it can never take the reply meant for the command in flight.
   bool ExchangeCommand(std::string_view command, bool ShowError = false);
+  bool ExchangeInFlight() const { return inFlight_; }
   bool ExchangeCommandTcp(std::string_view address, std::string_view command);
   bool CloseSocket();
 
@@ -79,6 +83,7 @@ class Comms {
   LinkPanel& panel() { return panel_; }
 
  private:
+  bool inFlight_ = false;
   LinkHost host_;
   LinkPanel& panel_;
 };

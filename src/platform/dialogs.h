@@ -40,6 +40,18 @@ class Dialogs {
   // with no way to show a form (a console, a batch run) cancels at once:
   // ui::CancelModal in display/modal.h does exactly that.
   virtual void ShowModal(ui::Form& form) = 0;
+
+  // The file dialogs. `fileName` is the name proposed ("" for none), `filter`
+  // the choices in the form "Text Files (*.txt);;All Files (*)", `initDir`
+  // the folder shown first. The chosen path, or nullopt when the operator
+  // cancels. ShowOpen offers only files that exist; ShowSave asks before it
+  // lets a file be overwritten.
+  virtual std::optional<std::string> ShowOpen(const std::string& fileName,
+                                              const std::string& filter,
+                                              const std::string& initDir) = 0;
+  virtual std::optional<std::string> ShowSave(const std::string& fileName,
+                                              const std::string& filter,
+                                              const std::string& initDir) = 0;
 };
 
 }  // namespace amp

@@ -6,9 +6,11 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -53,6 +55,13 @@ constexpr Color kDefaultTextBack = 0xFFFFFF;
 QColor ToQColor(Color c) { return QColor(int((c >> 16) & 255), int((c >> 8) & 255), int(c & 255)); }
 
 QString Q(const std::string& s) { return QString::fromStdString(s); }
+
+// The edit field of a text box or of an editable combo box.
+QLineEdit* LineEditOf(QWidget* w) {
+  if (auto* le = qobject_cast<QLineEdit*>(w)) return le;
+  if (auto* cb = qobject_cast<QComboBox*>(w)) return cb->isEditable() ? cb->lineEdit() : nullptr;
+  return nullptr;
+}
 
 // Multi-line captions and texts of the model end their lines with CR LF; a
 // widget wants a bare line feed, or it draws the CR.
@@ -253,6 +262,18 @@ void FormBinder::Bind(Control* c, QObject* target) {
     if (auto* pe = qobject_cast<QPlainTextEdit*>(w)) b.designReadOnly = pe->isReadOnly();
     if (auto* te = qobject_cast<QTextEdit*>(w)) b.designReadOnly = te->isReadOnly();
     if (auto* l = qobject_cast<QLabel*>(w)) l->setTextFormat(Qt::PlainText);
+    // A field with a key filter takes text only through it: pasting goes
+    // through the filter key by key (OnKeyPress), and the edit menu, the
+    // selection's middle click and dropping, which would bypass it, are off.
+    if (QLineEdit* le = LineEditOf(w); le && c->KeyPress) {
+      le->setContextMenuPolicy(Qt::NoContextMenu);
+      le->setAcceptDrops(false);
+      if (le != w) {
+        le->installEventFilter(this);
+        filtered_.emplace_back(le);
+        byObject_[le] = &b;
+      }
+    }
     // The model keeps option buttons exclusive by group; Qt must not
     // second-guess it by parent widget.
     if (auto* r = qobject_cast<QRadioButton*>(w)) r->setAutoExclusive(false);
@@ -537,6 +558,9 @@ bool FormBinder::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::Wheel: {
+      if (event->type() != QEvent::Wheel && c->KeyPress && LineEditOf(b->widget) &&
+          static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton)
+        return true;
       if (event->type() == QEvent::Wheel && WheelIsStray(b->widget)) {
         // Left unaccepted, the wheel goes on to the parent: the panel scrolls.
         event->ignore();
@@ -578,6 +602,10 @@ bool FormBinder::OnKeyPress(Binding& b, QObject* watched, QEvent* event) {
   Control* c = b.control;
   if (forwardingKey_ || !c->KeyPress) return false;
   auto* ke = static_cast<QKeyEvent*>(event);
+  if (ke->matches(QKeySequence::Paste)) {
+    PasteThroughFilter(b);
+    return true;
+  }
   const int original = KeyAsciiOf(ke);
   if (original < 0) return false;
   int key = original;
@@ -592,6 +620,20 @@ bool FormBinder::OnKeyPress(Binding& b, QObject* watched, QEvent* event) {
   QCoreApplication::sendEvent(watched, &replaced);
   forwardingKey_ = false;
   return true;
+}
+
+// Each pasted character is one key through the control's filter. Line ends
+// and other control characters are left out: a paste never presses Enter.
+void FormBinder::PasteThroughFilter(Binding& b) {
+  QLineEdit* le = LineEditOf(b.widget);
+  if (!le || le->isReadOnly()) return;
+  const QString pasted = QGuiApplication::clipboard()->text();
+  for (const QChar ch : pasted) {
+    int key = ch.unicode();
+    if (key < 32 || key == 127 || key > 255) continue;
+    b.control->KeyPress(key);
+    if (key > 0) le->insert(QString(QChar(key)));
+  }
 }
 
 // An up-down is two arrow buttons: a press on either arrow, the wheel or an

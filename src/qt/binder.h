@@ -74,6 +74,7 @@ class FormBinder : public QObject {
   Binding* Find(ui::Control* c);
 
   bool OnKeyPress(Binding& b, QObject* watched, QEvent* e);
+  void PasteThroughFilter(Binding& b);
   bool OnSpinInput(Binding& b, QEvent* e);
   static bool WheelIsStray(const QWidget* w);
   void OnFocusIn(Binding& b, QEvent* e);

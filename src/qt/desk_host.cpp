@@ -5,8 +5,8 @@ namespace amp {
 void DeskHost::MakeDesk(Timer& timer, Dialogs& dialogs, SettingsStore& settings) {
   AmpDeskHost host{port, slots, sock, timer, pump, clock, dialogs, settings};
   host.udp = &udp;
-  host.shell = shell;
   desk = std::make_unique<AmpDesk>(host);
+  desk->AttachDialogTimer(dialogTimer);
 }
 
 bool DeskHost::OpenTrace(const std::string& path, std::string* error) {

@@ -14,6 +14,7 @@
 #include "qt/qt_comm_port.h"
 #include "qt/qt_event_pump.h"
 #include "qt/qt_tcp_socket.h"
+#include "qt/qt_timer.h"
 #include "qt/qt_udp_socket.h"
 
 namespace amp {
@@ -34,10 +35,11 @@ struct DeskHost {
   QtCommPort port{slots};
   QtTcpSocket sock;
   QtUdpSocket udp;
-  Shell* shell = nullptr;  // the front end's, set before MakeDesk
   QtEventPump pump;
   QtClock clock;
   FrameTrace trace{clock};
+  // The dialogs' own timer (the upconverter's live readings).
+  QtTimer dialogTimer;
   // Last, so that it goes before the parts it runs on.
   std::unique_ptr<AmpDesk> desk;
 };

@@ -12,6 +12,7 @@
 
 #include "basic/numbers.h"
 #include "frontend/state_json.h"
+#include "qt/data_places.h"
 #include "qt/forms.h"
 #include "qt/ini_settings_store.h"
 #include "qt/qt_com_slots.h"
@@ -27,6 +28,7 @@ constexpr int kScriptConnectWaitMs = 30000;
 void AddDesktopTable(CLI::App& app, DesktopOptions& o) {
   frontend::AddUnitOptions(app, o);
   frontend::AddDesktopOptions(app, o);
+  frontend::AddFileOptions(app, o);
 }
 
 }  // namespace
@@ -128,12 +130,21 @@ bool DesktopApp::Start(std::string* error) {
   settings_ = std::make_unique<frontend::RunSettings>(*storedSettings_);
   // The panel reads its settings when it loads, below; the target is laid
   // over them before that.
-  host_.shell = &shell_;
   host_.MakeDesk(timer1_, dialogs_, *settings_);
   // The demo's unit search stays on this machine unless told otherwise.
   frontend::Options udpOptions = options_;
   if (options_.demo && udpOptions.udpTarget.empty()) udpOptions.udpTarget = "127.0.0.1";
   host_.desk->network.locateIp.target = frontend::DiscoveryTargetOf(udpOptions);
+  // Where files go: the options, else the host-only keys, else the defaults.
+  const auto stored = [this](const char* key) {
+    return storedSettings_->GetSetting(setting_key::kAppTitle, setting_key::kHostSection, key, "");
+  };
+  const frontend::DataPlaces places =
+      frontend::ChooseDataPlaces(options_, stored(setting_key::kDataDirectory),
+                                 stored(setting_key::kCalibrationRoot), DefaultDataDirectory());
+  host_.desk->values.gDataDirectory = places.dataDir;
+  host_.desk->values.gCalRoot = places.calRoot;
+  host_.desk->configFiles.shell = &shell_;
   host_.desk->EndProgram = [this] {
     ReportSettingsSaveFailure();
     if (onEnd) onEnd();
@@ -303,11 +314,11 @@ void DesktopApp::ScheduleScreenshot() {
 }
 
 void DesktopApp::TakeScreenshot() {
-  if (QWidget* modal = QApplication::activeModalWidget())
-    std::fprintf(stderr, "ampdesk: a dialog was open when the screenshot was taken: %s\n",
-                 modal->windowTitle().toStdString().c_str());
+  // A script that ends with a dialog open is showing that dialog.
+  QWidget* shown = QApplication::activeModalWidget();
+  if (!shown) shown = window_.get();
   const QString path = QString::fromStdString(options_.screenshot);
-  if (!window_->grab().save(path, "PNG")) {
+  if (!shown->grab().save(path, "PNG")) {
     std::fprintf(stderr, "ampdesk: cannot save the screenshot to %s\n",
                  options_.screenshot.c_str());
     screenshotFailed_ = true;

@@ -4,11 +4,18 @@
 
 #include "ui_frm_about.h"
 #include "ui_frm_amp_com.h"
+#include "ui_frm_cmd_line.h"
 #include "ui_frm_com.h"
 #include "ui_frm_enet_cfg.h"
+#include "ui_frm_gain_bal.h"
+#include "ui_frm_lcbuc_setup.h"
 #include "ui_frm_lldp_config.h"
 #include "ui_frm_locate_ip.h"
+#include "ui_frm_power_save.h"
+#include "ui_frm_pwr_limit.h"
 #include "ui_frm_set_sub_band.h"
+#include "ui_frm_startup.h"
+#include "ui_frm_temp_limits.h"
 
 namespace amp {
 namespace {
@@ -35,6 +42,13 @@ void RegisterDialogWindows(QtDialogs& dialogs) {
   dialogs.RegisterForm("frmLocateIP", WindowOf<Ui::frmLocateIP>());
   dialogs.RegisterForm("frmLLDPConfig", WindowOf<Ui::frmLLDPConfig>());
   dialogs.RegisterForm("frmAmpCom", WindowOf<Ui::frmAmpCom>());
+  dialogs.RegisterForm("frmlcBucSetup", WindowOf<Ui::frmlcBucSetup>());
+  dialogs.RegisterForm("frmPwrLimit", WindowOf<Ui::frmPwrLimit>());
+  dialogs.RegisterForm("frmTempLimits", WindowOf<Ui::frmTempLimits>());
+  dialogs.RegisterForm("FrmPowerSave", WindowOf<Ui::FrmPowerSave>());
+  dialogs.RegisterForm("frmGainBal", WindowOf<Ui::frmGainBal>());
+  dialogs.RegisterForm("frmStartup", WindowOf<Ui::frmStartup>());
+  dialogs.RegisterForm("frmCmdLine", WindowOf<Ui::frmCmdLine>());
 }
 
 }  // namespace amp

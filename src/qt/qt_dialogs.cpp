@@ -1,5 +1,8 @@
 #include "qt/qt_dialogs.h"
 
+#include <QDir>
+#include <QFileDialog>
+
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -183,6 +186,38 @@ void QtDialogs::ShowModal(ui::Form& form) {
     previous->activateWindow();
   else if (parent_)
     parent_->activateWindow();
+}
+
+namespace {
+
+// Where the dialog starts: the proposed name inside the first folder.
+QString StartPath(const std::string& fileName, const std::string& initDir) {
+  if (fileName.empty()) return QString::fromStdString(initDir);
+  if (initDir.empty()) return QString::fromStdString(fileName);
+  return QDir(QString::fromStdString(initDir)).filePath(QString::fromStdString(fileName));
+}
+
+std::optional<std::string> Chosen(const QString& path) {
+  if (path.isEmpty()) return std::nullopt;
+  return QDir::toNativeSeparators(path).toStdString();
+}
+
+}  // namespace
+
+std::optional<std::string> QtDialogs::ShowOpen(const std::string& fileName,
+                                               const std::string& filter,
+                                               const std::string& initDir) {
+  return Chosen(QFileDialog::getOpenFileName(parent_, QStringLiteral("Open"),
+                                             StartPath(fileName, initDir),
+                                             QString::fromStdString(filter)));
+}
+
+std::optional<std::string> QtDialogs::ShowSave(const std::string& fileName,
+                                               const std::string& filter,
+                                               const std::string& initDir) {
+  return Chosen(QFileDialog::getSaveFileName(parent_, QStringLiteral("Save As"),
+                                             StartPath(fileName, initDir),
+                                             QString::fromStdString(filter)));
 }
 
 }  // namespace amp

@@ -40,6 +40,10 @@ class QtDialogs : public Dialogs {
   // Returns when the form is unloaded (at once when its Load unloads it, or
   // when no window is registered for it: then a box says so).
   void ShowModal(ui::Form& form) override;
+  std::optional<std::string> ShowOpen(const std::string& fileName, const std::string& filter,
+                                      const std::string& initDir) override;
+  std::optional<std::string> ShowSave(const std::string& fileName, const std::string& filter,
+                                      const std::string& initDir) override;
 
   // When set, runs once the window of a modal form is up (a panel script
   // answering the dialog); the operator has the window when it returns with

@@ -6,6 +6,10 @@
 
 namespace amp {
 
+void QtShell::OpenDocument(const std::string& path) {
+  QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+}
+
 bool QtShell::OpenUrl(const std::string& url) {
   return QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
 }

@@ -6,6 +6,7 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <regex>
@@ -337,6 +338,89 @@ TEST(OperatorEndToEnd, TheUnitAddressChangedOverTheSerialLine) {
   ASSERT_FALSE(frames.empty());
   EXPECT_EQ(frames.back()[0], 'B') << frames.back();
   EXPECT_TRUE(Boxes(run.states[1]).empty()) << run.err;
+}
+
+// ------------------------------------------------- configuration dialogs
+
+// The commands received after the last `marker`, with their time from it in
+// milliseconds (the log's lines start with the time in seconds).
+std::vector<std::pair<long long, std::string>> After(const std::string& log,
+                                                     const std::string& marker) {
+  const std::vector<std::string> frames = FramesIn(log), lines = Lines(ReadAll(log));
+  std::vector<std::pair<long long, std::string>> out;
+  for (size_t i = 0; i < frames.size() && i < lines.size(); ++i) {
+    if (frames[i].substr(1) == marker) out.clear();
+    out.emplace_back(std::llround(std::stod(lines[i]) * 1000), frames[i].substr(1));
+  }
+  if (out.empty() || out[0].second != marker) {
+    ADD_FAILURE() << "no " << marker;
+    return {};
+  }
+  const long long t0 = out[0].first;
+  for (auto& frame : out) frame.first -= t0;
+  return {out.begin() + 1, out.end()};
+}
+
+// The console sends a marker; every small dialog then opens and closes
+// without a command, and the poll is back within 3 s. Then one switch.
+TEST(OperatorEndToEnd, ConfigurationDialogsOpenSilentlyAndThePollResumes) {
+  for (const Line line : {Line::kTcp, Line::kSerial}) {
+    SCOPED_TRACE(line == Line::kTcp ? "tcp" : "pty");
+    Bench b(line == Line::kTcp ? "dialogs-tcp" : "dialogs-pty", {}, line);
+    ASSERT_TRUE(b.unit.ok);
+    const auto run = b.Script(
+        "click mnuCmdLine\n"
+        "set frmCmdLine.cmbCmd YT\nkey frmCmdLine.cmbCmd Enter\nkey frmCmdLine.cmbCmd Enter\n"
+        "dump\nclick frmCmdLine.btnClose\n"
+        "click mnuMaxPwrLvl\nclick frmPwrLimit.cmdOK\n"
+        "click mnuTempTripLevels\nclick frmTempLimits.btnCancel\n"
+        "click mnuPowerSave\nclick FrmPowerSave.cmdOK\n"
+        "click mnuGainBal\nclick frmGainBal.cmdOK\n"
+        "click mnuStartupCfg\nclick frmStartup.Command1\n"
+        "wait 3000\nclick mnuRack\ndump\n");
+    EXPECT_EQ(run.code, 0) << run.err;
+    ASSERT_EQ(run.states.size(), 3u);
+    EXPECT_EQ(Control(run.states[0], "cmbCmd", "dialog")["items"].toArray().size(), 1);
+    EXPECT_EQ(Control(run.states[0], "List1", "dialog")["items"].toArray().size(), 2);
+    const auto after = After(b.log, "YT");
+    ASSERT_FALSE(after.empty());
+    EXPECT_EQ(after[0].second, "?!#(") << "the first frame after the dialogs is a poll";
+    EXPECT_LE(after[0].first, 3000);
+    EXPECT_EQ(b.SetsSent(), Sets{"YM8"}) << "an unchecked Rack Unit clears its bit";
+    EXPECT_TRUE(Control(run.states[1], "mnuRack")["checked"].toBool());
+  }
+}
+
+// The upconverter dialog reads the IF side live on its own timer, never
+// beside the poll, and the poll is back within 3 s of OK.
+TEST(OperatorEndToEnd, UpconverterReadingsRunOnlyWhileTheDialogIsOpen) {
+  Bench b("upconverter", {"--profile", "bucsspa"});
+  ASSERT_TRUE(b.unit.ok);
+  const auto run = b.Script(
+      "click mnuCmdLine\nset frmCmdLine.cmbCmd YT\nkey frmCmdLine.cmbCmd Enter\n"
+      "click frmCmdLine.btnClose\n"
+      "click mnulcBucSetup\nclick frmlcBucSetup.chklcBucEn\nwait 2500\ndump\n"
+      "set frmlcBucSetup.txtlcBucO \"\"\ntype frmlcBucSetup.txtlcBucO -40\n"
+      "key frmlcBucSetup.txtlcBucO Enter\nclick frmlcBucSetup.btnOK\nwait 3000\n");
+  EXPECT_EQ(run.code, 0) << run.err;
+  ASSERT_EQ(run.states.size(), 2u);
+  EXPECT_NE(Str(Control(run.states[0], "txtlcBucPwr", "dialog"), "text"), "");
+  EXPECT_NE(Str(Control(run.states[0], "txtlcBucTemp", "dialog"), "text"), "");
+  EXPECT_EQ(b.SetsSent(), (Sets{"YM1032", "PBCO-31.5"}));
+  const auto after = After(b.log, "YT");
+  ASSERT_FALSE(after.empty());
+  EXPECT_EQ(after[0].second, "YM1032") << "opening sent nothing";
+  long long closed = -1, poll = -1;
+  int readings = 0, late = 0;
+  for (const auto& [ms, command] : after) {
+    if (command == "PBCP?") ++(closed < 0 ? readings : late);
+    if (command == "PBCO-31.5") closed = ms;
+    if (command == "?!#(" && poll < 0) poll = ms;
+  }
+  EXPECT_GE(readings, 2);
+  EXPECT_EQ(late, 0) << "the dialog's timer stops with it";
+  EXPECT_GT(poll, closed) << "no poll while the dialog was open";
+  EXPECT_LE(poll - closed, 3000);
 }
 
 }  // namespace

@@ -4,8 +4,10 @@
 #include <QAction>
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -22,7 +24,10 @@
 #include <gtest/gtest.h>
 
 #include "display/frm_about.h"
+#include "display/frm_cmd_line.h"
 #include "display/frm_com.h"
+#include "display/frm_lcbuc_setup.h"
+#include "display/frm_limits.h"
 #include "display/frm_set_sub_band.h"
 #include "qt/forms.h"
 #include "qt/qt_dialogs.h"
@@ -82,7 +87,16 @@ TEST(FormBinderDialogWindows, EveryControlOfEachDialogHasItsWidget) {
   ui::FrmCom com;
   ui::FrmAbout about;
   ui::FrmSetSubBand subBand;
-  for (ui::Form* form : std::initializer_list<ui::Form*>{&com, &about, &subBand}) {
+  ui::FrmLcBucSetup buc;
+  ui::FrmPwrLimit pwrLimit;
+  ui::FrmTempLimits tempLimits;
+  ui::FrmPowerSave powerSave;
+  ui::FrmGainBal gainBal;
+  ui::FrmStartup startup;
+  ui::FrmCmdLine cmdLine;
+  for (ui::Form* form :
+       std::initializer_list<ui::Form*>{&com, &about, &subBand, &buc, &pwrLimit, &tempLimits,
+                                        &powerSave, &gainBal, &startup, &cmdLine}) {
     SCOPED_TRACE(form->Name());
     std::unique_ptr<QWidget> w = dialogs.BuildWindow(form->Name(), nullptr);
     ASSERT_NE(w, nullptr);
@@ -91,6 +105,30 @@ TEST(FormBinderDialogWindows, EveryControlOfEachDialogHasItsWidget) {
     EXPECT_EQ(w->windowTitle(), Q(form->Caption()));
   }
   EXPECT_EQ(dialogs.BuildWindow("frmNoSuchDialog", nullptr), nullptr);
+}
+
+// A paste is keys through the field's filter: "12a" plus a line end gives
+// "12" and no Enter; in the console's editable combo Enter reaches the logic.
+TEST(FormBinderDialogWindows, PastedTextAndTheConsoleComboGoThroughTheKeyFilter) {
+  QtDialogs dialogs;
+  RegisterDialogWindows(dialogs);
+  ui::FrmCmdLine console;
+  std::vector<int> keys;
+  console.cmbCmd.KeyPress = [&keys](int& k) {
+    keys.push_back(k);
+    if (k == 'a' || k == 13) k = 0;
+  };
+  std::unique_ptr<QWidget> w = dialogs.BuildWindow("frmCmdLine", nullptr);
+  FormBinder binder(console, w.get());
+  w->show();
+  auto* combo = w->findChild<QComboBox*>("cmbCmd");
+  combo->setFocus();
+  QGuiApplication::clipboard()->setText("12a\n");
+  QTest::keyClick(combo, Qt::Key_Insert, Qt::ShiftModifier);
+  QTest::keyClick(combo, Qt::Key_Return);
+  EXPECT_EQ(console.cmbCmd.Text(), "12");
+  EXPECT_EQ(keys, (std::vector<int>{'1', '2', 'a', 13}));
+  EXPECT_EQ(combo->count(), 0) << "the combo adds nothing itself";
 }
 
 TEST(FormBinderDialogWindows, OptionButtonsFollowTheirModelGroupsNotTheirParents) {

@@ -84,20 +84,6 @@ TEST(FrameParser, FindsFramesAmongNoiseAndChecksTheirSums) {
   EXPECT_FALSE(frames[0].checksumOk);
 }
 
-TEST(EncodeReply, BuildsBothFramingsWithTheirChecksums) {
-  EXPECT_EQ(EncodeReply(false, true, 'A', "1AA"),
-            Bytes({0x06, 0x41, 0x31, 0x41, 0x41, 0x03, 0x75}));
-  EXPECT_EQ(EncodeReply(false, false, 'A', ""), Bytes({0x15, 0x41, 0x03, 0x57}));
-  // '{' 'A' '1' 'A' 'A' '}' sums to 492; (492 - 32) mod 95 + 32 = 112 = 'p'.
-  EXPECT_EQ(EncodeReply(true, true, 'A', "1AA"), "{A1AA}p");
-  // No NAK byte in printable framing: the refusal is the empty body. The
-  // checksum of "{A}" happens to be '{' itself.
-  EXPECT_EQ(EncodeReply(true, false, 'A', "XY"), "{A}{");
-  EXPECT_EQ(HexBytes(Bytes({0x02, 0x41, 0xFF})), "02 41 FF");
-  EXPECT_EQ(ReadableBytes(Bytes({0x02, 0x41, 0x03, 0x06, 0x15, 0x0D, 0x0A, 0x7F})),
-            "<STX>A<ETX><ACK><NAK><CR><LF><7F>");
-}
-
 TEST(CommandTable, LongestMnemonicWinsAndUnknownTextIsRefused) {
   CommandTable table;
   auto echo = [](std::string tag) {

@@ -17,6 +17,7 @@
 #include "platform/comm_port.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
+#include "platform/shell.h"
 #include "platform/tcp_socket.h"
 
 // The fuzz targets use these fakes without a test framework; they never state
@@ -267,6 +268,7 @@ class FakeDialogs : public Dialogs {
  public:
   ~FakeDialogs() override {
     for (const auto& e : expected_) AMP_FAKE_FAILURE("no box came for \"" + e.first + "\"");
+    if (!files_.empty()) AMP_FAKE_FAILURE("a file dialog that never came");
   }
   // The next box holds `part` in its title or text and is answered `press`.
   FakeDialogs& Expect(std::string part, MsgResult press = MsgResult::OK) {
@@ -307,6 +309,22 @@ class FakeDialogs : public Dialogs {
       form.SetLoaded(false);
     }
   }
+  // The next file dialog is answered `path` (nullopt: cancelled). A file
+  // dialog nobody expected fails the test and is cancelled.
+  FakeDialogs& ExpectFile(std::optional<std::string> path) {
+    files_.push_back(std::move(path));
+    return *this;
+  }
+  std::optional<std::string> ShowOpen(const std::string& name, const std::string&,
+                                      const std::string& dir) override {
+    return FileAnswer("open|" + dir + "|" + name);
+  }
+  std::optional<std::string> ShowSave(const std::string& name, const std::string&,
+                                      const std::string& dir) override {
+    return FileAnswer("save|" + dir + "|" + name);
+  }
+  std::vector<std::string> fileDialogs;  // "open|DIR|NAME" or "save|DIR|NAME"
+
   std::vector<Box> boxes;
   MsgResult answer = MsgResult::OK;
   std::deque<std::string> inputs;
@@ -315,6 +333,18 @@ class FakeDialogs : public Dialogs {
   std::function<void(ui::Form&)> onModal;
 
  private:
+  std::optional<std::string> FileAnswer(const std::string& dialog) {
+    fileDialogs.push_back(dialog);
+    if (files_.empty()) {
+      AMP_FAKE_FAILURE("unexpected file dialog " + dialog);
+      return std::nullopt;
+    }
+    auto v = files_.front();
+    files_.pop_front();
+    return v;
+  }
+  std::deque<std::optional<std::string>> files_;
+
   MsgResult Expected(const std::string& box) {
     if (expected_.empty() || box.find(expected_.front().first) == std::string::npos) {
       AMP_FAKE_FAILURE("unexpected box \"" + box + "\"");
@@ -326,6 +356,17 @@ class FakeDialogs : public Dialogs {
   }
   bool strict_ = false;
   std::deque<std::pair<std::string, MsgResult>> expected_;
+};
+
+// The desktop's opener: remembers what it was asked to open.
+class FakeShell : public Shell {
+ public:
+  void OpenDocument(const std::string& path) override { opened.push_back(path); }
+  bool OpenUrl(const std::string& url) override {
+    opened.push_back(url);
+    return true;
+  }
+  std::vector<std::string> opened;
 };
 
 }  // namespace amp::test
