@@ -129,6 +129,13 @@ bool CliSession::Connect(const Target& target, const std::string& dataDirectory,
   return ConnectSerial(target);
 }
 
+void CliSession::LoadPanel(const std::string& dataDirectory, bool watts) {
+  AmpDesk& d = *host_.desk;
+  d.values.gDataDirectory = dataDirectory;
+  settings_.Set(setting_key::kUnitsSetting, watts ? "True" : "False");
+  if (d.frmMain.Load) d.frmMain.Load();
+}
+
 bool CliSession::AwaitSession() {
   WaitWhileConnecting(kConnectWaitMs);
   return Connected();

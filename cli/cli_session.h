@@ -74,6 +74,12 @@ class CliSession {
   // Loads the panel with the target's settings and connects as the panel
   // does (button, search menus, single address). True when a session stands.
   bool Connect(const Target& target, const std::string& dataDirectory, bool watts);
+  // Loads the panel without connecting, as the program stands before the
+  // operator presses Connect.
+  void LoadPanel(const std::string& dataDirectory, bool watts);
+  // Lets a TCP connect started by the panel settle (its first read runs
+  // from the socket's connect event).
+  void WaitWhileConnecting(int ms);
   bool Connected() const;
   // Waits for a connect that the panel started (a reconnect) to settle.
   bool AwaitSession();
@@ -100,7 +106,6 @@ class CliSession {
   bool ConnectTcp();
   bool ConnectSerial(const Target& target);
   bool SearchThenConnect(const Target& target);
-  void WaitWhileConnecting(int ms);
 
   ConsoleDialogs& dialogs_;
   ConsoleTimer timer_;

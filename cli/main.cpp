@@ -49,7 +49,9 @@ constexpr int kExitUsage = 2;
 struct Options : frontend::Options {
   std::string command;
   std::vector<std::string> args;
-  int polls = 0;  // monitor --polls; 0: until interrupted or the session ends
+  int polls = 0;        // monitor --polls; 0: until interrupted or the session ends
+  int connectLine = 0;  // discover --connect: the line of the list to connect to
+  int connectPort = 0;  // discover --port: typed into the dialog's port field
 };
 
 // Everything a command works with.
@@ -235,6 +237,64 @@ int RunScript(Run& r) {
   return Outcome(r, kExitOk);
 }
 
+// -------------------------------------------------------------- discover
+
+std::string CheckDiscover(Options& o) {
+  if (!o.args.empty()) return "discover takes only its options, not '" + o.args[0] + "'";
+  if (o.Sources() > 0) return "discover finds units itself: no --demo, --tcp or --serial";
+  return {};
+}
+
+// Locate IP as the panel runs it: one search, the list as the dialog shows
+// it, and with --connect the click on line N, which makes that unit the TCP
+// target and connects.
+int RunDiscover(Run& r) {
+  AmpDesk& d = r.session.desk();
+  LocateIpControls& locate = d.network.locateIp;
+  std::vector<std::string> lines;
+  bool listed = false;
+  r.dialogs.modalDriver = [&](ui::Form& form) {
+    if (&form != &locate.frmLocateIP || listed) return;
+    listed = true;
+    lines = locate.frmLocateIP.lstIPAdrs.Items();
+    if (r.o.connectPort > 0) locate.frmLocateIP.txtPortNum.SetText(std::to_string(r.o.connectPort));
+    if (r.o.connectLine > 0)
+      locate.frmLocateIP.lstIPAdrs.SetListIndex(
+          std::min<int>(r.o.connectLine, static_cast<int>(lines.size())) - 1);
+  };
+  if (r.o.connectLine > 0 && !d.frmMain.mnuUseEnet.Checked()) d.frmMain.mnuUseEnet.RaiseClick();
+  d.frmMain.mnuLocateIP.RaiseClick();
+  r.dialogs.modalDriver = nullptr;
+  if (r.o.connectLine > 0 && !locate.gLocatedIP.empty()) r.session.WaitWhileConnecting(15000);
+  const bool connected = r.session.Connected();
+  if (r.o.json) {
+    JsonWriter w;
+    w.BeginObject();
+    w.Key("units").BeginArray();
+    for (int i = 0; i < locate.FoundCount(); ++i) {
+      const auto& unit = locate.Found()[static_cast<size_t>(i)];
+      w.BeginObject();
+      w.Key("address").String(unit.address);
+      w.Key("description").String(unit.description);
+      w.EndObject();
+    }
+    w.EndArray();
+    if (connected) WriteState(w, View(r, nullptr));
+    w.EndObject();
+    std::printf("%s\n", w.str().c_str());
+  } else {
+    for (const std::string& line : lines) std::printf("%s\n", line.c_str());
+    if (connected)
+      std::printf("connected to %s:%d\n", d.values.gIPAddress.c_str(), d.values.gEthPort);
+  }
+  std::fflush(stdout);
+  if (r.o.connectLine > 0 && !connected) {
+    Err(locate.gLocatedIP.empty() ? "no unit chosen" : "no session with " + locate.gLocatedIP);
+    return Outcome(r, kExitFailed);
+  }
+  return Outcome(r, kExitOk);
+}
+
 // ----------------------------------------------------- configuration files
 
 std::string CheckLoadConfig(Options& o) {
@@ -306,6 +366,10 @@ const std::vector<CommandSpec>& CommandTable() {
        CheckSend, RunSend},
       {"script", "FILE|-", "connect, run panel actions (below), then print the state", CheckScript,
        RunScript},
+      {"discover", "[--connect N [--port P]]",
+       "search for units by UDP (Locate IP) and list them; --connect N connects to line N by "
+       "TCP (on port P, else 2000)",
+       CheckDiscover, RunDiscover},
       {"load-config", "FILE",
        "connect, replay the configuration FILE into the unit, reconnect; print the state after",
        CheckLoadConfig, RunLoadConfig},
@@ -326,6 +390,16 @@ void AddTable(CLI::App& app, Options& o) {
     CLI::App* sub = app.add_subcommand(c.name, c.help);
     sub->fallthrough();  // the program's options may follow the command
     sub->add_option("args", o.args);
+    if (std::string(c.name) == "discover")
+      sub->add_option("--port", o.connectPort)->check(CLI::Range(1, 65535));
+    if (std::string(c.name) == "discover")
+      sub->add_option("--connect", o.connectLine)
+          ->check(CLI::Validator(
+              [](std::string& v) {
+                const auto n = CLngText(v);
+                return !n || *n < 1 ? "needs a line number from 1, not '" + v + "'" : std::string();
+              },
+              ""));
     if (std::string(c.name) == "monitor")
       sub->add_option("--polls", o.polls)
           ->check(CLI::Validator(
@@ -383,7 +457,8 @@ void PrintHelp() {
       "  ampdesk-cli --tcp 192.0.2.10 save-config unit.txt\n"
       "  ampdesk-cli --tcp 192.0.2.10 --json load-config unit.txt\n"
       "  ampdesk-cli --serial /dev/ttyUSB0 --settings 19200,N,8,1 --address B send 1 ?A\n"
-      "  echo 'click mnuWatts' | ampdesk-cli --tcp 192.0.2.10 --json script -\n");
+      "  echo 'click mnuWatts' | ampdesk-cli --tcp 192.0.2.10 --json script -\n"
+      "  ampdesk-cli discover --udp-target 127.0.0.1 --udp-ports 2101:2100 --connect 1\n");
 }
 
 // "" and the parsed options, or the error text. Options may stand before or
@@ -400,7 +475,8 @@ std::string Parse(int argc, char** argv, Options& o) {
   }
   for (const CLI::App* sub : app.get_subcommands()) o.command = sub->get_name();
   if (o.command.empty()) return "no command given";
-  if (std::string err = frontend::CheckUnitOptions(o, true); !err.empty()) return err;
+  if (std::string err = frontend::CheckUnitOptions(o, o.command != "discover"); !err.empty())
+    return err;
   if (!o.serialDevice.empty()) {
     ComSlots probe;
     if (SlotForDevice(probe, o.serialDevice) == 0)
@@ -488,6 +564,13 @@ int Main(int argc, char** argv) {
   const frontend::DataPlaces places = frontend::ChooseDataPlaces(o, "", "", DefaultDataDirectory());
   session.desk().values.gCalRoot = places.calRoot;
   session.desk().configFiles.shell = &shell;
+  if (o.command == "discover") {
+    session.LoadPanel(places.dataDir, o.watts);
+    session.desk().network.locateIp.target = frontend::DiscoveryTargetOf(o);
+    const int code = cmd->run(run);
+    session.Close();
+    return code;
+  }
   if (!session.Connect(target, places.dataDir, o.watts)) {
     if (o.json) PrintState(run, nullptr);
     return kExitFailed;

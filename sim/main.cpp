@@ -16,6 +16,7 @@
 #include "sim/fleet.h"
 #include "sim/profile.h"
 #include "sim/simulator.h"
+#include "sim/udp_responder.h"
 
 namespace {
 
@@ -31,6 +32,15 @@ Where it listens:
                            port 0 picks a free one)
   --no-tcp                 no TCP listener
   --serial                 open a pseudo-terminal; its path is printed
+  --udp [HOST:]PORT        answer the UDP unit search on HOST:PORT, loopback only
+                           (off by default; HOST 127.0.0.1, or 127.255.255.255
+                           to share the port with other units; 0 picks a port)
+  --udp-from ADDR          answer from this loopback address (default 127.0.0.1)
+  --udp-description TEXT   the description in the answer (default names the
+                           simulated unit)
+  --udp-short              send a 20-character datagram (one the host must
+                           refuse) before each answer
+  --udp-flood N            send the answer N times to each probe
 Unit:
   --profile NAME|FILE      the unit to be: a profile name (twta127, sspa102,
                            ...; see --list-profiles) or a profile file path
@@ -80,7 +90,7 @@ Faults (N = every Nth frame, 0 = off):
   --help                   show this help and exit
 
 When ready, prints one line such as
-  ampsim ready tcp=127.0.0.1:2000 serial=/dev/pts/3
+  ampsim ready tcp=127.0.0.1:2000 serial=/dev/pts/3 udp=127.0.0.1:2000
 )";
 
 [[noreturn]] void BadUsage(const std::string& message) {
@@ -139,6 +149,8 @@ std::string Unescape(std::string_view option, std::string_view text) {
 
 struct Cli {
   Simulator::Options opts;
+  bool udp = false;
+  amp::sim::UdpResponder::Options udpOpts;
   std::string profile;
   int units = 0;  // 0: the one unit of a plain run
   std::string fleetFile;
@@ -220,6 +232,26 @@ Cli ParseArgs(int argc, char** argv) {
     if (!amp::sim::ParseLineSettings(o.line, &ls, &why)) BadUsage("--line: " + why);
   });
   value("--baud", [&o](const std::string& v) { o.baud = ParseCount("--baud", v, 4'000'000); });
+  value("--udp", [&cli](const std::string& v) {
+    cli.udp = true;
+    const auto colon = v.rfind(':');
+    if (colon != std::string::npos) cli.udpOpts.host = v.substr(0, colon);
+    cli.udpOpts.port = ParseCount(
+        "--udp", std::string_view(v).substr(colon == std::string::npos ? 0 : colon + 1), 65535);
+    if (!amp::sim::UdpResponder::IsLoopback(cli.udpOpts.host))
+      BadUsage("--udp: " + cli.udpOpts.host + " is not a loopback address");
+  });
+  value("--udp-from", [&cli](const std::string& v) {
+    if (!amp::sim::UdpResponder::IsLoopback(v)) BadUsage("--udp-from: " + v + " is not loopback");
+    cli.udpOpts.from = v;
+  });
+  value("--udp-description", [&cli](const std::string& v) {
+    cli.udpOpts.description = Unescape("--udp-description", v);
+  });
+  flag("--udp-short", [&cli] { cli.udpOpts.shortFirst = true; });
+  value("--udp-flood", [&cli](const std::string& v) {
+    cli.udpOpts.flood = ParseCount("--udp-flood", v, 1'000'000);
+  });
   flag("--tcp-byte-timing", [&o] { o.byteTimingOnTcp = true; });
   flag("--cr-only", [&o] { o.tcpCrOnly = true; });
   value("--frame-log", [&o](const std::string& v) { o.frameLog = v; });
@@ -368,10 +400,20 @@ int main(int argc, char** argv) {
              std::to_string(sim.TcpPort());
   }
   if (cli.opts.serial) ready += " serial=" + sim.SerialPath();
+  amp::sim::UdpResponder udp(cli.udpOpts);
+  if (cli.udp) {
+    if (!udp.Start(&error)) {
+      std::fprintf(stderr, "ampsim: %s\n", error.c_str());
+      sim.Stop();
+      return 1;
+    }
+    ready += " udp=" + cli.udpOpts.host + ":" + std::to_string(udp.Port());
+  }
   std::printf("%s\n", ready.c_str());
   std::fflush(stdout);
 
   WaitForEnd(set, {&sim});
+  udp.Stop();
   sim.Stop();
   return 0;
 }

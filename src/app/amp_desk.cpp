@@ -30,6 +30,8 @@ AmpDesk::AmpDesk(AmpDeskHost host)
   RegisterForm(frmCom);
   RegisterForm(frmAbout);
   RegisterForm(handlers.bands.frmSetSubBand);
+  for (ui::Form* form : network.Forms()) RegisterForm(*form);
+  network.locateIp.udpSock = host.udp;
   for (ui::Form* dialog : handlers.DialogForms()) RegisterForm(*dialog);
   WireMainPanel();
   WireComDialog();
@@ -50,6 +52,9 @@ void AmpDesk::WireMainPanel() {
   f.Load = [this] { Form_Load(); };
   f.QueryUnload = [this] { Form_Unload(); };
   handlers.Wire();
+  network.Wire();
+  f.mnuLocateIP.Click = [this] { mnuLocateIP_Click(); };
+  f.mnuOpenWebpage.Click = [this] { mnuOpenWebpage_Click(); };
   f.btnConnect.Click = [this] { btnConnect_Click(); };
   f.mnuConnect.Click = [this] { mnuConnect_Click(); };
   f.mnuExtSrch.Click = [this] { mnuExtSrch_Click(); };

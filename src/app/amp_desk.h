@@ -15,6 +15,7 @@
 #include "app/panel_timer.h"
 #include "app/settings_keys.h"
 #include "control/control_panel.h"
+#include "control/network_dialogs.h"
 #include "control/panel_context.h"
 #include "datafiles/config_files.h"
 #include "display/frm_about.h"
@@ -32,7 +33,9 @@
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/settings_store.h"
+#include "platform/shell.h"
 #include "platform/tcp_socket.h"
+#include "platform/udp_socket.h"
 #include "unit/first_read.h"
 
 namespace amp {
@@ -47,6 +50,8 @@ struct AmpDeskHost {
   Clock& clock;
   Dialogs& dialogs;
   SettingsStore& settings;
+  // The unit search; a host without one finds no unit by UDP.
+  UdpSocket* udp = nullptr;
 };
 
 class AmpDesk : public LinkPanel {
@@ -78,6 +83,7 @@ class AmpDesk : public LinkPanel {
   // What the main panel's handlers work on.
   PanelContext controls;
   ControlPanel handlers{controls};
+  NetworkDialogs network{controls};
   ui::FrmCom frmCom;
   ui::FrmAbout frmAbout;
 
@@ -128,6 +134,10 @@ class AmpDesk : public LinkPanel {
   void mnuUseEnet_Click();
   void mnuEnterIP_Click();
   void mnuEthPort_Click();
+  // Searches by UDP; a unit chosen becomes the TCP target, connected to at
+  // once when a TCP session stands or TCP is chosen.
+  void mnuLocateIP_Click();
+  void mnuOpenWebpage_Click();
 
   // ---- Serial ports ----
   // A port is present when its slot is bound to a device that exists.

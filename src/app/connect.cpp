@@ -5,6 +5,7 @@
 #include "basic/numbers.h"
 #include "basic/text.h"
 #include "commands/identity_cmds.h"
+#include "control/dialog_hold.h"
 
 namespace amp {
 
@@ -228,6 +229,44 @@ void AmpDesk::mnuEthPort_Click() {
   host_.sckTcp.SetRemotePort(*port);
   values.gEthPort = *port;
   ShowTcpCaptions();
+}
+
+void AmpDesk::mnuLocateIP_Click() {
+  host_.pump.Refresh();
+  LocateIpControls& locate = network.locateIp;
+  locate.gLocatedPort = 2000;
+  locate.gLocatedIP.clear();
+  {
+    TimerHold hold(controls);
+    host_.dialogs.ShowModal(locate.frmLocateIP);
+    // Answers that come late have nobody to go to.
+    if (host_.udp) host_.udp->Close();
+  }
+  if (locate.gLocatedIP.empty()) return;
+  values.gIPAddress = locate.gLocatedIP;
+  values.gEthPort = locate.gLocatedPort;
+  frmMain.mnuEnterIP.SetCaption("IP Address:    " + values.gIPAddress);
+  frmMain.mnuEthPort.SetCaption("Ethernet Port: " + std::to_string(values.gEthPort));
+  TcpSocket& sock = host_.sckTcp;
+  if (sock.State() == TcpSocket::sckConnected) {
+    CloseConnection(comms);
+    sock.SetRemoteHost(values.gIPAddress);
+    sock.SetRemotePort(values.gEthPort);
+    ClearForm();
+    OpenConnection(comms);
+    return;
+  }
+  sock.SetRemoteHost(values.gIPAddress);
+  sock.SetRemotePort(values.gEthPort);
+  if (frmMain.mnuUseEnet.Checked()) OpenConnection(comms);
+}
+
+void AmpDesk::mnuOpenWebpage_Click() {
+  if (!Like(values.gIPAddress, "**#.**#.**#.**#")) {
+    host_.dialogs.MsgBox("Invalid IP Address", MsgButtons::OK, MsgIcon::None, "IP Address Error");
+    return;
+  }
+  if (configFiles.shell) configFiles.shell->OpenUrl("http://" + values.gIPAddress);
 }
 
 }  // namespace amp

@@ -43,6 +43,10 @@ class Form {
   void Unload();
   std::function<void()> Load;         // runs when the dialog is shown
   std::function<void()> QueryUnload;  // runs when the operator closes it
+  // Set by a front end that shows the form: puts the focus on a control, as
+  // a click into it would (the control left is validated and told first).
+  // Unset, the logic moves the focus in the model itself.
+  std::function<void(Control& to)> focusMover;
 
   // Front ends observe changes of any control (or of the caption) here.
   using Observer = std::function<void(Control* changed)>;

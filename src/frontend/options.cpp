@@ -3,7 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <optional>
 #include <sstream>
+#include <utility>
 
 #include "basic/numbers.h"
 
@@ -146,6 +149,18 @@ void AddUnitOptions(CLI::App& app, Options& o) {
       ->type_name("ARG")
       ->allow_extra_args(false)
       ->group(extras);
+  app.add_option("--udp-target", o.udpTarget,
+                 "where Locate IP sends its probe (default 255.255.255.255, or "
+                 "$AMPDESK_UDP_TARGET)")
+      ->type_name("ADDR")
+      ->check(Rule(NotEmpty("an address")))
+      ->group(extras);
+  app.add_option("--udp-ports", o.udpPorts,
+                 "Locate IP's own port and the units' port (default 2001:2000, or "
+                 "$AMPDESK_UDP_PORTS)")
+      ->type_name("LOCAL:REMOTE")
+      ->check(Rule(CheckUdpPorts))
+      ->group(extras);
   app.add_option("--trace", o.trace,
                  "log every frame both ways (time, hex, text) to FILE, - for stderr")
       ->type_name("FILE")
@@ -264,6 +279,43 @@ std::string ParseArgs(CLI::App& app, std::vector<std::string> args,
     return "unknown argument '" + rest.front() + "'";
   }
   return {};
+}
+
+namespace {
+
+// Two ports from "LOCAL:REMOTE"; nullopt when the text is not that.
+std::optional<std::pair<int, int>> UdpPortsOf(const std::string& text) {
+  const auto colon = text.find(':');
+  if (colon == std::string::npos) return std::nullopt;
+  const auto local = CLngText(text.substr(0, colon));
+  const auto remote = CLngText(text.substr(colon + 1));
+  if (!local || !remote || *local < 1 || *local > 65535 || *remote < 1 || *remote > 65535)
+    return std::nullopt;
+  return std::pair<int, int>{*local, *remote};
+}
+
+std::string Environment(const char* name) {
+  const char* v = std::getenv(name);
+  return v ? v : "";
+}
+
+}  // namespace
+
+std::string CheckUdpPorts(const std::string& text) {
+  return UdpPortsOf(text) ? ""
+                          : "needs LOCAL:REMOTE, two ports from 1 to 65535, not '" + text + "'";
+}
+
+DiscoveryTarget DiscoveryTargetOf(const Options& o) {
+  DiscoveryTarget t = DefaultDiscoveryTarget();
+  const std::string address = o.udpTarget.empty() ? Environment("AMPDESK_UDP_TARGET") : o.udpTarget;
+  if (!address.empty()) t.address = address;
+  const std::string ports = o.udpPorts.empty() ? Environment("AMPDESK_UDP_PORTS") : o.udpPorts;
+  if (const auto p = UdpPortsOf(ports)) {
+    t.localPort = p->first;
+    t.remotePort = p->second;
+  }
+  return t;
 }
 
 std::string CheckUnitOptions(const Options& o, bool unitRequired) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "control/locate_ip_controls.h"
 #include "frontend/run_settings.h"
 
 namespace CLI {
@@ -28,6 +29,10 @@ struct Options {
   std::string address;               // --address: poll this one unit address
   std::vector<std::string> simArgs;  // --sim-arg: more arguments for the demo's ampsim
   std::string trace;
+  // The unit search by UDP, both programs: "" leaves the environment's
+  // (AMPDESK_UDP_TARGET, AMPDESK_UDP_PORTS) or the units' own.
+  std::string udpTarget;
+  std::string udpPorts;  // "LOCAL:REMOTE"
 
   // The desktop program.
   std::string settingsFile;
@@ -54,6 +59,11 @@ struct Options {
   RunTarget Target(int serialSlot) const;
 };
 
+// Where the unit search sends its probe and hears the answers: the options,
+// else the environment, else the units' own broadcast and ports.
+DiscoveryTarget DiscoveryTargetOf(const Options& o);
+// "LOCAL:REMOTE", two ports from 1 to 65535: "" or why not.
+std::string CheckUdpPorts(const std::string& text);
 // Where a run's files go: the option, else the stored setting, else the
 // default; the calibration root defaults to a folder in the data directory.
 struct DataPlaces {

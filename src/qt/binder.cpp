@@ -199,10 +199,16 @@ FormBinder::FormBinder(Form& form, QWidget* root, QObject* parent)
       Mirror(*b);
     }
   });
+  // A real focus move: the widget left raises Validate and LostFocus
+  // through this binder as a click elsewhere would.
+  form_.focusMover = [this](Control& to) {
+    if (auto* w = qobject_cast<QWidget*>(Bound(to.Name()))) w->setFocus(Qt::OtherFocusReason);
+  };
   SyncAll();
 }
 
 FormBinder::~FormBinder() {
+  form_.focusMover = nullptr;
   form_.RemoveObserver(observer_);
   for (auto& watched : filtered_)
     if (watched) watched->removeEventFilter(this);

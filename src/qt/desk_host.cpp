@@ -3,8 +3,9 @@
 namespace amp {
 
 void DeskHost::MakeDesk(Timer& timer, Dialogs& dialogs, SettingsStore& settings) {
-  desk = std::make_unique<AmpDesk>(
-      AmpDeskHost{port, slots, sock, timer, pump, clock, dialogs, settings});
+  AmpDeskHost host{port, slots, sock, timer, pump, clock, dialogs, settings};
+  host.udp = &udp;
+  desk = std::make_unique<AmpDesk>(host);
   desk->AttachDialogTimer(dialogTimer);
 }
 

@@ -15,6 +15,7 @@
 #include "qt/qt_event_pump.h"
 #include "qt/qt_tcp_socket.h"
 #include "qt/qt_timer.h"
+#include "qt/qt_udp_socket.h"
 
 namespace amp {
 
@@ -33,6 +34,7 @@ struct DeskHost {
   ComSlots slots;
   QtCommPort port{slots};
   QtTcpSocket sock;
+  QtUdpSocket udp;
   QtEventPump pump;
   QtClock clock;
   FrameTrace trace{clock};

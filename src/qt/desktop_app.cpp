@@ -131,6 +131,10 @@ bool DesktopApp::Start(std::string* error) {
   // The panel reads its settings when it loads, below; the target is laid
   // over them before that.
   host_.MakeDesk(timer1_, dialogs_, *settings_);
+  // The demo's unit search stays on this machine unless told otherwise.
+  frontend::Options udpOptions = options_;
+  if (options_.demo && udpOptions.udpTarget.empty()) udpOptions.udpTarget = "127.0.0.1";
+  host_.desk->network.locateIp.target = frontend::DiscoveryTargetOf(udpOptions);
   // Where files go: the options, else the host-only keys, else the defaults.
   const auto stored = [this](const char* key) {
     return storedSettings_->GetSetting(setting_key::kAppTitle, setting_key::kHostSection, key, "");

@@ -21,39 +21,6 @@ namespace {
 
 using namespace e2e;
 
-// The text of each frame the unit received, address character first.
-std::vector<std::string> FramesIn(const std::string& log) {
-  std::vector<std::string> frames;
-  for (const std::string& line : Lines(ReadAll(log))) {
-    const auto b = line.find("<STX>"), e = line.rfind("<ETX>");
-    if (b == std::string::npos || e == std::string::npos || e < b + 5) {
-      ADD_FAILURE() << "unreadable frame log line: " << line;
-      continue;
-    }
-    frames.push_back(line.substr(b + 5, e - b - 5));
-  }
-  return frames;
-}
-
-// Commands that only read: every query has a '?', except these few and the
-// log reads.
-bool IsRead(const std::string& command) {
-  static const std::set<std::string> kPlainReads = {"1", "00", "0S", "0C", "YT", "8", "QEC"};
-  return command.find('?') != std::string::npos || kPlainReads.count(command) > 0 ||
-         command.empty() || command[0] == '4' || command.rfind("QF", 0) == 0;
-}
-
-// The commands that change something on the unit, in the order received,
-// without the address.
-std::vector<std::string> SetsIn(const std::string& log) {
-  std::vector<std::string> sets;
-  for (const std::string& f : FramesIn(log))
-    if (!IsRead(f.substr(1))) sets.push_back(f.substr(1));
-  return sets;
-}
-
-using Sets = std::vector<std::string>;
-
 // A stored profile with `extra` appended, in the test's temporary directory:
 // a later key replaces an earlier one, and "[unit]" leads back to the unit
 // keys.
@@ -64,53 +31,6 @@ std::string DerivedProfile(const std::string& base, const std::string& name,
                       << extra;
   return path;
 }
-
-enum class Line { kTcp, kSerial };
-
-// A simulated unit with its own frame log, on loopback TCP or on a
-// pseudo-terminal, and the panel sessions run against it.
-struct Bench {
-  Bench(const std::string& name, std::vector<std::string> simArgs, Line line = Line::kTcp)
-      : line(line),
-        log(FreshFile("operator-" + name + ".frames")),
-        unit(UnitArgs(line, log, std::move(simArgs))) {}
-
-  static std::vector<std::string> UnitArgs(Line line, const std::string& log,
-                                           std::vector<std::string> args) {
-    if (line == Line::kTcp)
-      args.insert(args.begin(), {"--tcp", "127.0.0.1:0", "--frame-log", log});
-    else
-      args.insert(args.begin(), {"--no-tcp", "--serial", "--frame-log", log});
-    return args;
-  }
-
-  struct Run {
-    int code = -1;
-    std::string err;
-    std::vector<QJsonObject> states;  // each dump, then the state at the end
-  };
-
-  Run Script(const std::string& script, std::vector<std::string> options = {}) {
-    // On the serial line the unit's own settings and address, so no search runs.
-    std::vector<std::string> args =
-        line == Line::kTcp
-            ? std::vector<std::string>{"--tcp", unit.Tcp(), "--json"}
-            : std::vector<std::string>{"--serial",  unit.serial, "--settings", "9600,N,8,1",
-                                       "--address", "A",         "--json"};
-    args.insert(args.end(), options.begin(), options.end());
-    args.insert(args.end(), {"script", "-"});
-    const CliRun r = Cli(args, 60000, script);
-    Run run{r.code, r.err, {}};
-    for (const std::string& line : Lines(r.out)) run.states.push_back(Json(line));
-    return run;
-  }
-
-  Sets SetsSent() const { return SetsIn(log); }
-
-  Line line;
-  std::string log;
-  Unit unit;
-};
 
 std::string Text(const QJsonObject& state, const char* control) {
   return Str(Control(state, control), "text");
@@ -123,14 +43,6 @@ int Value(const QJsonObject& state, const char* control) {
 }
 bool Visible(const QJsonObject& state, const char* control, const char* where = "form") {
   return Control(state, control, where)["visible"].toBool();
-}
-
-// The message boxes of a state as "title: text".
-std::vector<std::string> Boxes(const QJsonObject& state) {
-  std::vector<std::string> boxes;
-  for (const auto& m : state["messages"].toArray())
-    boxes.push_back(Str(m.toObject(), "title") + ": " + Str(m.toObject(), "text"));
-  return boxes;
 }
 
 size_t Count(const std::string& text, const std::string& what) {

@@ -6,6 +6,8 @@
 
 int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
+  // A unit search started by any test stays on this machine.
+  qputenv("AMPDESK_UDP_TARGET", "127.0.0.1");
   ::testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }
