@@ -85,7 +85,7 @@ void SaveSubBandInfo(ConfigContext& c, FileIO& f) {
       f.AddToFile(CmdSubBandFrequency(i, kClearedSubBandFrequency));
       continue;
     }
-    f.AddToFile("#  Sub-Band " + n + ": " + freq + " GHz");
+    f.AddToFile(std::string("#  Sub-Band ").append(n).append(": ").append(freq).append(" GHz"));
     f.AddToFile(CmdSubBandFrequency(i, freq));
     const bool read = ReadSubBandLinearizer(c.comms, i);
     const auto r = c.comms.gRespFields;
