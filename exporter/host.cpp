@@ -136,14 +136,7 @@ void LoopTcpSocket::Pump(int ms) {
 MsgResult QuietDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon,
                                const std::string& title, MsgDefault) {
   last = title + ": " + text;
-  switch (buttons) {
-    case MsgButtons::OK:
-      return MsgResult::OK;
-    case MsgButtons::YesNo:
-      return MsgResult::No;
-    default:
-      return MsgResult::Cancel;
-  }
+  return SafeAnswer(buttons);
 }
 
 void QuietDialogs::ShowModal(ui::Form& form) { ui::CancelModal(form); }

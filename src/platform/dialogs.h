@@ -19,6 +19,20 @@ enum class MsgResult { OK, Cancel, Yes, No, Retry };
 // the air names the harmless one, so that a stray Enter does nothing.
 enum class MsgDefault { First, Second, Third };
 
+// The harmless answer to a box nobody answered (closed without a button, or
+// shown where no operator can answer): OK when that is all it offers, else No
+// for a yes/no question, else Cancel.
+inline MsgResult SafeAnswer(MsgButtons buttons) {
+  switch (buttons) {
+    case MsgButtons::OK:
+      return MsgResult::OK;
+    case MsgButtons::YesNo:
+      return MsgResult::No;
+    default:
+      return MsgResult::Cancel;
+  }
+}
+
 class Dialogs {
  public:
   virtual ~Dialogs() = default;

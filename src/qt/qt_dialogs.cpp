@@ -115,14 +115,7 @@ MsgResult QtDialogs::MsgBox(const std::string& text, MsgButtons buttons, MsgIcon
       break;
   }
   // Closed some other way (the application is quitting): the safe answer.
-  switch (buttons) {
-    case MsgButtons::OK:
-      return MsgResult::OK;
-    case MsgButtons::YesNo:
-      return MsgResult::No;
-    default:
-      return MsgResult::Cancel;
-  }
+  return SafeAnswer(buttons);
 }
 
 std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const std::string& title,
